@@ -1,0 +1,20 @@
+# Compiler settings that hold for every target.
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
+
+# Rows of tables leave out what they do not have; their members have initialisers.
+add_compile_options(-Wall -Wextra -Wpedantic -Werror -Wnon-virtual-dtor -Wno-missing-field-initializers)
+
+if(TARVIK_SANITIZE)
+    add_compile_options(-fsanitize=${TARVIK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TARVIK_SANITIZE})
+endif()
+
+if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
+    add_compile_options(-fstack-protector-strong)
+    add_link_options(-Wl,-z,relro,-z,now)
+    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+endif()

@@ -1,0 +1,30 @@
+// The per-user store of preferences.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// Reads answer nothing when the key is missing or its value cannot be taken as the type; the caller then uses its
+/// registered default. Every write reaches the disk before it returns, or is logged as lost. Main thread.
+class DefaultsStore {
+public:
+    virtual ~DefaultsStore() = default;
+
+    virtual std::optional<bool> boolean(std::string_view key) const = 0;
+    virtual std::optional<double> number(std::string_view key) const = 0;
+    virtual std::optional<std::string> text(std::string_view key) const = 0;
+    virtual std::optional<std::vector<std::string>> textList(std::string_view key) const = 0;
+    virtual std::optional<std::string> data(std::string_view key) const = 0;
+
+    virtual void setBoolean(std::string_view key, bool value) = 0;
+    virtual void setNumber(std::string_view key, double value) = 0;
+    virtual void setText(std::string_view key, const std::string& value) = 0;
+    virtual void setTextList(std::string_view key, const std::vector<std::string>& value) = 0;
+    virtual void setData(std::string_view key, const std::string& value) = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,32 @@
+// The place where pointer events are seen, and may be changed or swallowed, before any application gets them.
+#pragma once
+
+#include "ports/pointer_event.h"
+
+#include <functional>
+#include <optional>
+
+namespace tarvik {
+
+class EventTap {
+public:
+    /// Decides one event: the event itself, a changed one, or nothing to swallow it. Called on the tap's thread.
+    using Handler = std::function<std::optional<PointerEvent>(PointerEvent)>;
+
+    virtual ~EventTap() = default;
+
+    /// Installs the tap. True once events arrive, false when the system refused; a later call tries again. Main thread.
+    virtual bool start(Handler handler) = 0;
+    /// Whether a tap is installed. Any thread.
+    virtual bool installed() const = 0;
+    /// Switches a tap that the system has switched off on again. Tap's thread.
+    virtual void enable() = 0;
+    /// Puts an event into the input stream, below the applications; its marker makes the tap pass it. Tap's thread.
+    virtual void post(const PointerEvent& event) = 0;
+    /// Runs `task` once the decision on the event at hand has reached the system. Tap's thread, from the handler.
+    virtual void afterEvent(std::function<void()> task) = 0;
+    /// Runs `command` on the tap's thread, before any later event is decided; the order of commands is kept. Any thread.
+    virtual void run(std::function<void()> command) = 0;
+};
+
+} // namespace tarvik

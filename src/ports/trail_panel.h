@@ -1,0 +1,32 @@
+// One screen's share of the trail: a transparent window that lets every click through.
+#pragma once
+
+#include "ports/screens.h"
+#include "support/path.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tarvik {
+
+/// Main thread.
+class TrailPanel {
+public:
+    virtual ~TrailPanel() = default;
+    /// Replaces what the panel shows. Points are in event-location units. With a label, the pill stands beside `head`;
+    /// without one there is no pill.
+    virtual void draw(const PathView& points, const std::optional<std::string>& label, Point head) = 0;
+    /// Above everything, without taking the focus. Does nothing while visible.
+    virtual void show() = 0;
+    virtual void hide() = 0;
+    virtual bool visible() const = 0;
+};
+
+class TrailPanels {
+public:
+    virtual ~TrailPanels() = default;
+    virtual std::unique_ptr<TrailPanel> make(const Screen& screen) = 0;
+};
+
+} // namespace tarvik

@@ -1,0 +1,61 @@
+// The diagnostic log: one time-stamped line per event worth noting, written off the caller's thread.
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <deque>
+#include <filesystem>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <thread>
+
+namespace tarvik {
+
+/// Where components write their log lines. Callable from any thread; never fails, never blocks on a disk.
+class LogSink {
+public:
+    virtual ~LogSink() = default;
+    virtual void write(std::string_view message) = 0;
+};
+
+/// Appends lines to a file on a thread of its own, in the order of the calls. Each line is the local time at the call
+/// ("2025-01-31 14:03:07.412"), a blank, the message and a line feed. Before a line is appended to a file of more than
+/// `rotationSize` bytes, that file becomes "<name>.old.log" beside it. The file is not held open between lines, and
+/// every file-system failure is ignored: a log must never disturb what it reports on.
+class Log final : public LogSink {
+public:
+    using Clock = std::function<std::chrono::system_clock::time_point()>;
+    static constexpr std::uintmax_t rotationSize = 1'000'000;
+
+    explicit Log(std::filesystem::path file, Clock clock = std::chrono::system_clock::now);
+    /// Writes what is queued, then ends the writer.
+    ~Log() override;
+    Log(const Log&) = delete;
+    Log& operator=(const Log&) = delete;
+
+    void write(std::string_view message) override;
+    /// Waits until every line queued before the call is in the file (or was given up).
+    void flush();
+
+private:
+    void run();
+    void append(const std::string& line) const;
+
+    const std::filesystem::path file_;
+    const std::filesystem::path oldFile_;
+    const Clock clock_;
+    std::mutex mutex_;
+    std::condition_variable wake_;
+    std::condition_variable idle_;
+    std::deque<std::string> queue_;
+    bool writing_ = false;
+    bool ending_ = false;
+    std::thread writer_;
+};
+
+/// The time stamp of a log line, in local time.
+std::string logTimeStamp(std::chrono::system_clock::time_point time);
+
+} // namespace tarvik
