@@ -48,9 +48,13 @@ class DriverSocket:
         self._event(_MOTION, struct.pack("@I4x", absolute) + _axes(axes))
 
     def button(self, number, pressed):
+        if not 1 <= number <= 32:  # anything else makes the driver deaf
+            raise ValueError(f"no button {number}")
         self._event(_BUTTON, struct.pack("@iiI4x", 0, number, pressed) + _axes({}))
 
     def key(self, code, pressed):
+        if not 1 <= code <= 247:
+            raise ValueError(f"no key code {code}")
         self._event(_KEY, struct.pack("@iI", code + _EVDEV_TO_X, pressed))
 
     def close(self):
@@ -87,7 +91,7 @@ class RemoteDevice:
         self._name = name
         self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         self._socket.connect(path)
-        self._lines = self._socket.makefile("rw", encoding="ascii", newline="\n")
+        self._lines = self._socket.makefile("r", encoding="ascii", newline="\n")
 
     def motion(self, axes, absolute=False):
         for axis, value in axes.items():
@@ -108,8 +112,7 @@ class RemoteDevice:
 
     def _line(self, *words):
         with self._lock:
-            self._lines.write(" ".join(map(str, (self._name, *words))) + "\n")
-            self._lines.flush()
+            self._socket.sendall((" ".join(map(str, (self._name, *words))) + "\n").encode("ascii"))
             answer = self._lines.readline().strip()
         if answer != "ok":
             raise RuntimeError(answer or "the desktop has ended")
@@ -211,10 +214,9 @@ class LineServer:
 
     def _serve(self, connection):
         try:
-            with connection, connection.makefile("rw", encoding="ascii", newline="\n") as lines:
+            with connection, connection.makefile("r", encoding="ascii", newline="\n") as lines:
                 for line in lines:
-                    lines.write(self._answer(line.split()) + "\n")
-                    lines.flush()
+                    connection.sendall(f"{self._answer(line.split())}\n".encode())
         except OSError:
             pass  # the client left in the middle of a line
 
@@ -227,7 +229,7 @@ class LineServer:
             return "ok"
         except (KeyError, TypeError, ValueError) as error:
             return f"error: not understood: {' '.join(words)} ({error})"
-        except (OSError, struct.error) as error:
+        except OSError as error:
             return f"error: {error}"
 
 
