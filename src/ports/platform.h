@@ -1,0 +1,57 @@
+// Everything that Tarvik asks of an operating system, in one place. One implementation is linked in.
+#pragma once
+
+#include "ports/defaults_store.h"
+#include "ports/desktop_shell.h"
+#include "ports/event_tap.h"
+#include "ports/key_poster.h"
+#include "ports/keyboard_layout.h"
+#include "ports/screens.h"
+#include "ports/task_queue.h"
+#include "ports/trail_panel.h"
+#include "ports/windows.h"
+#include "ports/workspace.h"
+#include "model/vocabulary.h"
+#include "support/log.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace tarvik {
+
+/// Owns the adapters and their threads. Made and destroyed on the main thread.
+class Platform {
+public:
+    virtual ~Platform() = default;
+
+    virtual const Vocabulary& vocabulary() const = 0;
+    virtual DefaultsStore& defaults() = 0;
+    virtual MainQueue& mainQueue() = 0;
+    /// Where actions are carried out.
+    virtual TaskQueue& actionQueue() = 0;
+
+    virtual EventTap& tap() = 0;
+    virtual Frontmost& frontmost() = 0;
+    virtual Screens& screens() = 0;
+    virtual TrailPanels& trailPanels() = 0;
+
+    virtual KeyPoster& keys() = 0;
+    virtual KeyboardLayout& layout() = 0;
+    virtual DesktopShell& shell() = 0;
+    virtual Windows& windows() = 0;
+    virtual Workspace& workspace() = 0;
+
+    /// Runs the main loop until the session, the user or a signal ends it; the process's exit code.
+    virtual int run() = 0;
+    /// Takes the tap out, so that no event is held, then lets the actions that are under way finish. No handler and no task
+    /// runs after it returns.
+    virtual void stop() = 0;
+};
+
+/// Where the log file is; its folder exists where it could be made.
+std::filesystem::path logFile();
+
+/// Null when the program cannot run here at all; the reason is in the log and on standard error.
+std::unique_ptr<Platform> makePlatform(int& argc, char** argv, LogSink& log);
+
+} // namespace tarvik

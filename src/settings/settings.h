@@ -1,0 +1,82 @@
+// The user's preferences and gesture table: loaded once, written at each change, observable.
+#pragma once
+
+#include "model/key_names.h"
+#include "model/preferences.h"
+#include "model/vocabulary.h"
+#include "ports/defaults_store.h"
+#include "support/observers.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarvik {
+
+/// One stored property.
+enum class Setting : std::uint8_t {
+    enabled,
+    triggerButton,
+    showTrail,
+    minStroke,
+    scrollBinding,
+    excludedApps,
+    reverseVertical,
+    reverseHorizontal,
+    mappings,
+};
+
+/// The key under which a property is stored.
+std::string_view settingKey(Setting setting);
+
+/// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What the
+/// store cannot answer, or answers with an unknown word, falls back to the registered default without a message.
+class Settings {
+public:
+    /// Loads everything, and brings a stored table up to date once: gestures that later versions added are entered unless
+    /// the user has bound them already.
+    explicit Settings(DefaultsStore& store);
+
+    bool enabled() const { return values_.enabled; }
+    TriggerButton triggerButton() const { return values_.triggerButton; }
+    bool showTrail() const { return values_.showTrail; }
+    double minStroke() const { return values_.minStroke; }
+    ScrollBinding scrollBinding() const { return values_.scrollBinding; }
+    const std::vector<std::string>& excludedApps() const { return values_.excludedApps; }
+    bool reverseVertical() const { return values_.reverseVertical; }
+    bool reverseHorizontal() const { return values_.reverseHorizontal; }
+    const GestureTable& mappings() const { return mappings_; }
+
+    void setEnabled(bool on);
+    void setTriggerButton(TriggerButton button);
+    void setShowTrail(bool on);
+    void setMinStroke(double points);
+    void setScrollBinding(ScrollBinding binding);
+    void setExcludedApps(std::vector<std::string> ids);
+    void setReverseVertical(bool on);
+    void setReverseHorizontal(bool on);
+    void setMappings(GestureTable table);
+
+    /// Told after each change of a property.
+    [[nodiscard]] Subscription observe(std::function<void(Setting)> observer) { return observers_.add(std::move(observer)); }
+
+    /// The current values as the engine takes them, each action with its title.
+    std::shared_ptr<const Preferences> snapshot(const Vocabulary& vocabulary, const KeyNames& keyNames) const;
+
+private:
+    void load();
+    void loadMappings();
+    void addOnce(std::string_view marker, const char* gesture, ActionKind kind);
+    void saveMappings();
+    void setFlag(Setting setting, bool Preferences::*member, bool on);
+
+    DefaultsStore& store_;
+    /// Everything but the table.
+    Preferences values_;
+    GestureTable mappings_;
+    Observers<Setting> observers_;
+};
+
+} // namespace tarvik
