@@ -17,6 +17,9 @@ public:
 
     /// Installs the tap. True once events arrive, false when the system refused; a later call tries again. Main thread.
     virtual bool start(Handler handler) = 0;
+    /// Takes the tap out at the end of the program; no event is held and the handler is not called once it returns. Main
+    /// thread.
+    virtual void stop() = 0;
     /// Whether a tap is installed. Any thread.
     virtual bool installed() const = 0;
     /// Switches a tap that the system has switched off on again. Tap's thread.
