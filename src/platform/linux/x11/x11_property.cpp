@@ -1,0 +1,81 @@
+#include "platform/linux/x11/x11_property.h"
+
+#include "platform/linux/common/text.h"
+
+#include <X11/Xatom.h>
+
+#include <memory>
+#include <string_view>
+
+namespace tarvik {
+namespace {
+
+struct FreeX {
+    void operator()(unsigned char* data) const { XFree(data); }
+};
+
+struct Property {
+    std::unique_ptr<unsigned char, FreeX> data;
+    Atom type = 0;
+    int format = 0;
+    std::size_t count = 0;
+};
+
+/// At most `bytes` bytes on the wire, rounded up to a multiple of four.
+Property read(const X11Connection& x, XWindow window, Atom property, Atom type, std::size_t bytes) {
+    Property result;
+    unsigned char* data = nullptr;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    const auto units = static_cast<long>((bytes + 3) / 4);
+    if (XGetWindowProperty(x.display(), window, property, 0, units, False, type, &result.type, &result.format, &count,
+                           &left, &data) != Success)
+        return {};
+    result.data.reset(data);
+    result.count = data ? count : 0;
+    return result;
+}
+
+std::string bytesOf(const X11Connection& x, XWindow window, Atom property) {
+    const auto found = read(x, window, property, AnyPropertyType, maxPropertyText);
+    if (found.format != 8 || found.count == 0)
+        return {};
+    std::string text(reinterpret_cast<const char*>(found.data.get()), found.count);
+    return found.type == XA_STRING ? utf8FromLatin1(text) : text;
+}
+
+} // namespace
+
+std::vector<unsigned long> readItems(const X11Connection& x, XWindow window, Atom property, Atom type,
+                                     std::size_t limit) {
+    const auto found = read(x, window, property, type, limit * 4);
+    if (found.format != 32 || found.type != type)
+        return {};
+    // Xlib hands out 32-bit items as longs, whatever the size of a long.
+    const auto* items = reinterpret_cast<const unsigned long*>(found.data.get());
+    return {items, items + found.count};
+}
+
+std::optional<unsigned long> readItem(const X11Connection& x, XWindow window, Atom property, Atom type) {
+    const auto items = readItems(x, window, property, type, 1);
+    if (items.empty())
+        return std::nullopt;
+    return items.front() & 0xFFFFFFFFUL; // sign-extended by Xlib
+}
+
+std::string readText(const X11Connection& x, XWindow window, Atom property) {
+    return printable(bytesOf(x, window, property), maxPropertyText);
+}
+
+WmClass readWmClass(const X11Connection& x, XWindow window) {
+    const auto bytes = bytesOf(x, window, XA_WM_CLASS);
+    const std::string_view both = bytes;
+    const auto end = both.find('\0');
+    if (end == std::string_view::npos)
+        return {printable(both, maxPropertyText), {}};
+    const auto rest = both.substr(end + 1);
+    return {printable(both.substr(0, end), maxPropertyText),
+            printable(rest.substr(0, rest.find('\0')), maxPropertyText)};
+}
+
+} // namespace tarvik
