@@ -1,0 +1,134 @@
+#include "settings/settings.h"
+
+#include "fakes/fake_defaults_store.h"
+#include "model/gesture_table_json.h"
+
+#include <gtest/gtest.h>
+
+namespace tarvik {
+namespace {
+
+using Data = FakeDefaultsStore::Data;
+
+GestureTable stored(const FakeDefaultsStore& store) {
+    return decodeGestureTable(store.data("mappings").value()).value();
+}
+
+TEST(Settings, aFirstStartHasTheDefaultsAndWritesNothing) {
+    FakeDefaultsStore store;
+    const Settings settings(store);
+    EXPECT_TRUE(settings.enabled());
+    EXPECT_EQ(settings.triggerButton(), TriggerButton::right);
+    EXPECT_TRUE(settings.showTrail());
+    EXPECT_EQ(settings.minStroke(), 30.0);
+    EXPECT_EQ(settings.scrollBinding(), ScrollBinding::tabs);
+    EXPECT_TRUE(settings.excludedApps().empty());
+    EXPECT_FALSE(settings.reverseVertical());
+    EXPECT_FALSE(settings.reverseHorizontal());
+    EXPECT_EQ(settings.mappings().size(), 16U);
+    EXPECT_EQ(settings.mappings().at("LD").kind, ActionKind::exitFullScreen);
+    EXPECT_EQ(settings.mappings().at("RL").kind, ActionKind::previousApp);
+    EXPECT_TRUE(store.writes.empty());
+}
+
+TEST(Settings, unknownWordsFallBack) {
+    FakeDefaultsStore store;
+    store.values = {{"triggerButton", "Middle"}, {"scrollBinding", "desktops"}, {"enabled", std::string("maybe")}};
+    const Settings settings(store);
+    EXPECT_EQ(settings.triggerButton(), TriggerButton::right);
+    EXPECT_EQ(settings.scrollBinding(), ScrollBinding::tabs);
+    EXPECT_TRUE(settings.enabled());
+    store.values = {{"triggerButton", "middle"}, {"scrollBinding", "none"}};
+    const Settings known(store);
+    EXPECT_EQ(known.triggerButton(), TriggerButton::middle);
+    EXPECT_EQ(known.scrollBinding(), ScrollBinding::none);
+}
+
+TEST(Settings, everyChangeIsToldAndWrittenAtOnce) {
+    FakeDefaultsStore store;
+    Settings settings(store);
+    std::vector<Setting> told;
+    auto subscription = settings.observe([&](Setting setting) { told.push_back(setting); });
+    settings.setEnabled(false);
+    settings.setTriggerButton(TriggerButton::middle);
+    settings.setShowTrail(false);
+    settings.setMinStroke(12.5);
+    settings.setScrollBinding(ScrollBinding::windows);
+    settings.setExcludedApps({"org.example.Editor"});
+    settings.setReverseVertical(true);
+    settings.setReverseHorizontal(true);
+    settings.setMappings({{"U", {ActionKind::quitApp, {}}}});
+    ASSERT_EQ(told.size(), 9U);
+    for (std::size_t i = 0; i < told.size(); ++i)
+        EXPECT_EQ(told[i], static_cast<Setting>(i));
+    const std::map<std::string, FakeDefaultsStore::Value, std::less<>> expected = {
+        {"enabled", false},
+        {"triggerButton", "middle"},
+        {"showTrail", false},
+        {"minStroke", 12.5},
+        {"scrollBinding", "windows"},
+        {"excludedApps", std::vector<std::string>{"org.example.Editor"}},
+        {"reverseVertical", true},
+        {"reverseHorizontal", true},
+        {"mappings", Data{R"({"U":{"kind":"quitApp"}})"}},
+    };
+    EXPECT_EQ(store.values, expected);
+    subscription.reset();
+    settings.setEnabled(true);
+    EXPECT_EQ(told.size(), 9U);
+    const Settings again(store);
+    EXPECT_EQ(again.minStroke(), 12.5);
+    EXPECT_TRUE(again.reverseHorizontal());
+    EXPECT_EQ(again.excludedApps(), std::vector<std::string>{"org.example.Editor"});
+}
+
+TEST(Settings, anOlderTableGetsTheNewGesturesOnce) {
+    FakeDefaultsStore store;
+    store.setData("mappings", R"({"U":{"kind":"quitApp"}})");
+    Settings settings(store);
+    const GestureTable expected = {{"U", {ActionKind::quitApp, {}}},
+                                   {"LD", {ActionKind::exitFullScreen, {}}},
+                                   {"RD", {ActionKind::enterFullScreen, {}}}};
+    EXPECT_EQ(settings.mappings(), expected);
+    EXPECT_EQ(stored(store), expected);
+    EXPECT_EQ(store.boolean("addedExitFullScreen"), true);
+    EXPECT_EQ(store.boolean("addedEnterFullScreen"), true);
+
+    settings.setMappings({{"U", {ActionKind::quitApp, {}}}});
+    EXPECT_EQ(Settings(store).mappings().size(), 1U) << "what the user removed stays removed";
+}
+
+TEST(Settings, theUsersOwnBindingIsLeftAlone) {
+    FakeDefaultsStore store;
+    store.setData("mappings", R"({"LD":{"kind":"none"}})");
+    const Settings settings(store);
+    EXPECT_EQ(settings.mappings().at("LD").kind, ActionKind::none);
+    EXPECT_EQ(settings.mappings().at("RD").kind, ActionKind::enterFullScreen);
+    EXPECT_EQ(store.boolean("addedExitFullScreen"), true);
+}
+
+TEST(Settings, aTableThatCannotBeReadIsReplacedInMemoryOnly) {
+    FakeDefaultsStore store;
+    const std::string broken = R"({"U":{"kind":"quitApp"},"L":{"kind":"fly"}})";
+    store.setData("mappings", broken);
+    store.writes.clear();
+    const Settings settings(store);
+    EXPECT_EQ(settings.mappings(), defaultMappings());
+    EXPECT_EQ(store.data("mappings"), broken);
+    EXPECT_TRUE(store.writes.empty());
+}
+
+TEST(Settings, snapshotsCarryTheTitles) {
+    FakeDefaultsStore store;
+    Settings settings(store);
+    settings.setMappings({{"L", {ActionKind::custom, KeyShortcut{key::t, flags::control}}}});
+    settings.setMinStroke(44);
+    const KeyNames names(KeyStyle::words, [](std::uint16_t) { return "T"; });
+    const auto snapshot = settings.snapshot(linuxVocabulary(), names);
+    settings.setMinStroke(55);
+    EXPECT_EQ(snapshot->minStroke, 44);
+    EXPECT_EQ(snapshot->mappings.at("L").title, "Shortcut Ctrl+T");
+}
+
+} // namespace
+} // namespace tarvik
