@@ -1,0 +1,29 @@
+# Two commands for users and developers; CMake does the work. See README.md.
+
+.PHONY: run check check-all bench clean
+
+# Only what is missing is installed; with a display, what only tests need is left out.
+DEPENDENCIES_OF_RUN = $(if $(DISPLAY),build,check)
+
+run:
+	@scripts/install-dependencies $(DEPENDENCIES_OF_RUN)
+	@cmake --preset release $(if $(DISPLAY),-DBUILD_TESTING=OFF) >/dev/null
+	@cmake --build --preset release --target tarvik
+	@if [ -n "$$DISPLAY" ]; then exec build/release/tarvik; else exec scripts/demo build/release/tarvik build/demo; fi
+
+check:
+	@scripts/install-dependencies check
+	@scripts/check
+
+check-all:
+	@scripts/install-dependencies check
+	@scripts/check --all
+
+bench:
+	@scripts/install-dependencies check
+	@cmake --preset release -DBUILD_TESTING=ON >/dev/null
+	@cmake --build --preset release --target engine_bench
+	@build/release/bench/engine_bench
+
+clean:
+	rm -rf build
