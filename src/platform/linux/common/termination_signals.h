@@ -1,0 +1,24 @@
+// SIGTERM, SIGINT and SIGHUP as an ordinary event of the main loop, so that the program ends as it should: nothing grabbed,
+// nothing lost.
+#pragma once
+
+#include <QSocketNotifier>
+#include <functional>
+#include <memory>
+
+namespace tarvik {
+
+/// One per process; made on the main thread. The first signal calls `onSignal` on the main loop; a second one while the
+/// program is ending kills it, as it would without this class.
+class TerminationSignals {
+public:
+    explicit TerminationSignals(std::function<void()> onSignal);
+    ~TerminationSignals();
+    TerminationSignals(const TerminationSignals&) = delete;
+    TerminationSignals& operator=(const TerminationSignals&) = delete;
+
+private:
+    std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+} // namespace tarvik
