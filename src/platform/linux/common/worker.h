@@ -1,6 +1,7 @@
 // One thread that carries tasks out in order.
 #pragma once
 
+#include "ports/task_queue.h"
 #include "support/log.h"
 
 #include <condition_variable>
@@ -13,19 +14,19 @@
 namespace tarvik {
 
 /// The thread sleeps while there is nothing to do. A task that throws is logged; the next one follows.
-class Worker {
+class Worker final : public TaskQueue {
 public:
     using Task = std::function<void()>;
 
     /// `name` (at most 15 characters) is what system tools show for the thread. `log` must outlive the worker.
     Worker(std::string name, LogSink& log);
     /// Carries out what was posted, then ends the thread.
-    ~Worker();
+    ~Worker() override;
     Worker(const Worker&) = delete;
     Worker& operator=(const Worker&) = delete;
 
-    /// From any thread, also from a task. Tasks run in the order of the calls.
-    void post(Task task);
+    /// Also from a task.
+    void post(Task task) override;
 
 private:
     void run();

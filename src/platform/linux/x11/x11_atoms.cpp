@@ -34,6 +34,7 @@ constexpr Row rows[] = {
     {"_NET_WM_STATE_FULLSCREEN", &X11Atoms::stateFullScreen},
     {"_NET_WM_STATE_HIDDEN", &X11Atoms::stateHidden},
     {"_NET_WM_STATE_ABOVE", &X11Atoms::stateAbove},
+    {"_NET_WM_STATE_BELOW", &X11Atoms::stateBelow},
     {"_NET_WM_STATE_SKIP_TASKBAR", &X11Atoms::stateSkipTaskbar},
     {"_NET_WM_WINDOW_TYPE", &X11Atoms::windowType},
     {"_NET_WM_WINDOW_TYPE_DESKTOP", &X11Atoms::typeDesktop},

@@ -36,6 +36,7 @@ struct X11Atoms {
     Atom stateFullScreen = 0;
     Atom stateHidden = 0;
     Atom stateAbove = 0;
+    Atom stateBelow = 0;
     Atom stateSkipTaskbar = 0;
 
     Atom windowType = 0;

@@ -81,10 +81,14 @@ WindowKind X11Ewmh::kind(XWindow window) const {
         if (type == atoms.typeDock)
             return WindowKind::dock;
     }
-    const bool typed = readItem(x_, window, atoms.windowType, XA_ATOM).has_value();
-    if (typed)
+    if (readItem(x_, window, atoms.windowType, XA_ATOM))
         return WindowKind::other;
     return readItem(x_, window, XA_WM_TRANSIENT_FOR, XA_WINDOW) ? WindowKind::dialog : WindowKind::normal;
+}
+
+bool X11Ewmh::isApplicationWindow(XWindow window) const {
+    const auto found = kind(window);
+    return found != WindowKind::desktop && found != WindowKind::dock;
 }
 
 bool X11Ewmh::hasState(XWindow window, Atom state) const {

@@ -38,6 +38,8 @@ public:
     bool showingDesktop() const;
 
     WindowKind kind(XWindow window) const;
+    /// Neither a panel nor the desktop's own window.
+    bool isApplicationWindow(XWindow window) const;
     bool hasState(XWindow window, Atom state) const;
     bool isMinimized(XWindow window) const;
     /// On the current desktop or on all of them.

@@ -78,7 +78,7 @@ std::unique_ptr<Window> X11Windows::targetWindow(std::optional<Point> point) {
     auto window = point ? windowAt(*point) : std::nullopt;
     if (!window) {
         window = ewmh_.activeWindow();
-        if (window && !isApplicationWindow(*window))
+        if (window && !ewmh_.isApplicationWindow(*window))
             window.reset();
     }
     return window ? std::make_unique<X11Window>(ewmh_, *entries_, *window) : nullptr;
@@ -92,15 +92,10 @@ std::optional<XWindow> X11Windows::windowAt(Point point) const {
         if (!frame || !frame->contains(point) || !ewmh_.isViewable(window) || !ewmh_.isOnCurrentDesktop(window) ||
             ewmh_.isMinimized(window))
             continue;
-        if (isApplicationWindow(window))
+        if (ewmh_.isApplicationWindow(window))
             return window;
     }
     return std::nullopt;
-}
-
-bool X11Windows::isApplicationWindow(XWindow window) const {
-    const auto kind = ewmh_.kind(window);
-    return kind != WindowKind::desktop && kind != WindowKind::dock;
 }
 
 } // namespace tarvik

@@ -19,7 +19,6 @@ public:
 
 private:
     std::optional<XWindow> windowAt(Point point) const;
-    bool isApplicationWindow(XWindow window) const;
 
     const X11Ewmh& ewmh_;
     const std::shared_ptr<const DesktopEntries> entries_;
