@@ -1,0 +1,49 @@
+#include "platform/linux/x11/x11_key_poster.h"
+
+#include "platform/linux/common/key_codes.h"
+#include "platform/linux/x11/x11_error_trap.h"
+#include "platform/linux/x11/x11_held_modifiers.h"
+#include "platform/linux/x11/x11_keyboards.h"
+
+#include <X11/extensions/XTest.h>
+
+#include <string>
+
+namespace tarvik {
+
+void X11KeyPoster::post(const std::vector<KeyEvent>& events) {
+    const auto keys = xKeys(events);
+    if (keys.empty() || x_.lost())
+        return;
+    x_.discardEvents();
+    X11ErrorTrap trap(x_.display());
+    const auto keyboards = findX11Keyboards(x_);
+    const auto keyboard = keyboards.lastUsed ? X11Keyboard::open(x_, keyboards.lastUsed) : nullptr;
+    X11HeldModifiers held(x_, keyboards.ids);
+    for (const auto& key : keys) {
+        if (keyboard) {
+            keyboard->fake(key.code, key.down);
+            held.noteFake(keyboard->id(), key.code, key.down);
+        } else {
+            XTestFakeKeyEvent(x_.display(), key.code, key.down ? True : False, CurrentTime);
+        }
+    }
+    held.putBack();
+    if (const int error = trap.sync())
+        log_.write("keys not posted: X error " + std::to_string(error));
+}
+
+std::vector<X11KeyPoster::XKey> X11KeyPoster::xKeys(const std::vector<KeyEvent>& events) {
+    std::vector<XKey> keys;
+    for (const auto& event : events) {
+        const auto evdev = evdevFromKeyCode(event.code);
+        const auto code = evdev ? xKeyCodeFromEvdev(*evdev) : std::nullopt;
+        if (code)
+            keys.push_back({*code, event.down});
+        else if (unknown_.insert(event.code).second)
+            log_.write("no key with code " + std::to_string(event.code) + " on this system");
+    }
+    return keys;
+}
+
+} // namespace tarvik

@@ -1,0 +1,45 @@
+// The keyboards behind the session's keyboard.
+#pragma once
+
+#include "platform/linux/x11/x11_connection.h"
+
+#include <X11/extensions/XInput.h>
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace tarvik {
+
+/// One real keyboard (a "slave" of the session's), opened so that keys can be faked and read on it alone.
+class X11Keyboard {
+public:
+    /// Null when there is no such keyboard any more.
+    static std::shared_ptr<const X11Keyboard> open(const X11Connection& x, int id);
+    ~X11Keyboard();
+    X11Keyboard(const X11Keyboard&) = delete;
+    X11Keyboard& operator=(const X11Keyboard&) = delete;
+
+    int id() const { return id_; }
+    bool isDown(std::uint8_t keyCode) const;
+    void fake(std::uint8_t keyCode, bool down) const;
+
+private:
+    X11Keyboard(const X11Connection& x, int id, XDevice* device) : x_(x), id_(id), device_(device) {}
+
+    const X11Connection& x_;
+    const int id_;
+    XDevice* const device_;
+};
+
+struct X11Keyboards {
+    /// The identifiers of the enabled ones.
+    std::vector<int> ids;
+    /// The one that was typed on last: the session's keyboard has taken its layout from it. 0 when unknown.
+    int lastUsed = 0;
+};
+
+/// The keyboards behind the keyboard that belongs to the session's pointer.
+X11Keyboards findX11Keyboards(const X11Connection& x);
+
+} // namespace tarvik
