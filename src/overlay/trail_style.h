@@ -16,7 +16,7 @@ inline constexpr double fontSize = 15;
 inline constexpr int fontWeight = 600;
 
 inline constexpr double pillRadius = 10;
-inline constexpr double pillOpacity = 0.95;
+inline constexpr double pillOpacity = 0.97;
 /// From the edge of the pill to its text.
 inline constexpr double pillPaddingX = 12;
 inline constexpr double pillPaddingY = 7;

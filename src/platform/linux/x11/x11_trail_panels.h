@@ -1,0 +1,38 @@
+// Makes the panels and shares out what the server reports about their windows.
+#pragma once
+
+#include "platform/linux/x11/compositor_watch.h"
+#include "platform/linux/x11/x11_trail_panel.h"
+#include "support/log.h"
+
+#include <vector>
+
+namespace tarvik {
+
+/// Main thread; outlives its panels. Needs a QGuiApplication, whose palette and font the trail takes. Where the display
+/// lacks what a trail needs, one log line says so and the panels show nothing.
+class X11TrailPanels final : public TrailPanels {
+public:
+    X11TrailPanels(X11MainConnection& connection, LogSink& log);
+    X11TrailPanels(const X11TrailPanels&) = delete;
+    X11TrailPanels& operator=(const X11TrailPanels&) = delete;
+
+    std::unique_ptr<TrailPanel> make(const Screen& screen) override;
+
+private:
+    void visibilityChanged(X11TrailPanel& panel);
+    void handle(const xcb_generic_event_t& event);
+    void stayOnTop();
+    X11TrailPanel* shownPanel(xcb_window_t window) const;
+
+    X11MainConnection& connection_;
+    X11TrailVisual visual_;
+    CompositorWatch compositor_;
+    std::vector<X11TrailPanel*> shown_;
+    /// How often the shown panels may still be raised: two programs that both want to be on top must not fight for
+    /// ever.
+    int raisesLeft_ = 0;
+    std::shared_ptr<void> events_;
+};
+
+} // namespace tarvik
