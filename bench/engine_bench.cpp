@@ -12,6 +12,7 @@ struct NullTap final : EventTap {
     bool start(Handler) override { return true; }
     void stop() override {}
     bool installed() const override { return true; }
+    void setTriggerButton(TriggerButton) override {}
     void enable() override {}
     void post(const PointerEvent&) override {}
     void afterEvent(std::function<void()>) override {}

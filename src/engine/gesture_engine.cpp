@@ -58,8 +58,12 @@ std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
 }
 
 void GestureEngine::setPreferences(std::shared_ptr<const Preferences> preferences) {
+    // The release of the old button will have no phase: without this the hold would have no end.
+    if (preferences->triggerButton != preferences_->triggerButton && tracking_)
+        reset();
     preferences_ = std::move(preferences);
     labelDirections_.reset();
+    tap_.setTriggerButton(preferences_->triggerButton);
 }
 
 void GestureEngine::setOnRecord(RecordHandler handler) {

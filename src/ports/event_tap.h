@@ -1,6 +1,7 @@
 // The place where pointer events are seen, and may be changed or swallowed, before any application gets them.
 #pragma once
 
+#include "model/preferences.h"
 #include "ports/pointer_event.h"
 
 #include <functional>
@@ -22,6 +23,9 @@ public:
     virtual void stop() = 0;
     /// Whether a tap is installed. Any thread.
     virtual bool installed() const = 0;
+    /// The button that the handler acts on: a platform that can may leave the others alone. Takes effect when no button is
+    /// held. Tap's thread.
+    virtual void setTriggerButton(TriggerButton button) = 0;
     /// Switches a tap that the system has switched off on again. Tap's thread.
     virtual void enable() = 0;
     /// Puts an event into the input stream, below the applications; its marker makes the tap pass it. Tap's thread.

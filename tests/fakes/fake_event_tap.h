@@ -12,6 +12,7 @@ class FakeEventTap final : public EventTap {
 public:
     bool refuseStart = false;
     int enableCalls = 0;
+    TriggerButton trigger = TriggerButton::right;
     std::vector<PointerEvent> posted;
 
     bool start(Handler handler) override {
@@ -22,6 +23,7 @@ public:
     }
     void stop() override { handler_ = nullptr; }
     bool installed() const override { return handler_ != nullptr; }
+    void setTriggerButton(TriggerButton button) override { trigger = button; }
     void enable() override { ++enableCalls; }
     void post(const PointerEvent& event) override { posted.push_back(event); }
     void afterEvent(std::function<void()> task) override { afterEvent_.push_back(std::move(task)); }
