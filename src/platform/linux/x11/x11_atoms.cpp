@@ -44,6 +44,7 @@ constexpr Row rows[] = {
     {"_GTK_APPLICATION_ID", &X11Atoms::gtkApplicationId},
     {"_GTK_FRAME_EXTENTS", &X11Atoms::gtkFrameExtents},
     {"_KDE_NET_WM_DESKTOP_FILE", &X11Atoms::kdeDesktopFile},
+    {"XTEST Device", &X11Atoms::xtestDevice},
 };
 
 } // namespace

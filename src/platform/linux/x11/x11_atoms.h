@@ -6,7 +6,8 @@
 namespace tarvik {
 
 /// Atoms of one server, fetched in one round trip. The names are in x11_atoms.cpp; they come from the ICCCM and from
-/// the Extended Window Manager Hints 1.5, and those of _GTK and _KDE from what the toolkits set.
+/// the Extended Window Manager Hints 1.5, those of _GTK and _KDE from what the toolkits
+/// set, that of XTEST from the server.
 struct X11Atoms {
     explicit X11Atoms(Display* display);
 
@@ -48,6 +49,7 @@ struct X11Atoms {
     Atom gtkApplicationId = 0;
     Atom gtkFrameExtents = 0;
     Atom kdeDesktopFile = 0;
+    Atom xtestDevice = 0;
 };
 
 } // namespace tarvik

@@ -18,7 +18,7 @@ void X11KeyPoster::post(const std::vector<KeyEvent>& events) {
     x_.discardEvents();
     X11ErrorTrap trap(x_.display());
     const auto keyboards = findX11Keyboards(x_);
-    const auto keyboard = keyboards.lastUsed ? X11Keyboard::open(x_, keyboards.lastUsed) : nullptr;
+    const auto keyboard = keyboards.inUse ? X11Keyboard::open(x_, keyboards.inUse) : nullptr;
     X11HeldModifiers held(x_, keyboards.ids);
     for (const auto& key : keys) {
         if (keyboard) {

@@ -2,14 +2,13 @@
 
 #include "platform/linux/common/key_codes.h"
 #include "platform/linux/x11/key_characters.h"
+#include "platform/linux/x11/x11_connection.h"
+#include "platform/linux/x11/x11_keyboards.h"
 
-#include <xcb/xcb.h>
-#define explicit explicit_ // a field of a request
-#include <xcb/xkb.h>
-#undef explicit
+#include <X11/XKBlib.h>
+#include <X11/Xlib-xcb.h>
 #include <xkbcommon/xkbcommon-x11.h>
 
-#include <cstdlib>
 #include <map>
 #include <string>
 #include <utility>
@@ -27,10 +26,8 @@ namespace {
 template <auto function> struct Free {
     template <typename T> void operator()(T* object) const { function(object); }
 };
-using Connection = std::unique_ptr<xcb_connection_t, Free<xcb_disconnect>>;
 using Context = std::unique_ptr<xkb_context, Free<xkb_context_unref>>;
 using KeymapHandle = std::unique_ptr<xkb_keymap, Free<xkb_keymap_unref>>;
-using State = std::unique_ptr<xkb_state, Free<xkb_state_unref>>;
 
 /// The symbol of a key without modifiers. A keypad key that moves the cursor stands for its digit.
 xkb_keysym_t plainSymbol(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index_t group) {
@@ -48,46 +45,48 @@ xkb_keysym_t plainSymbol(xkb_keymap* keymap, xkb_keycode_t key, xkb_layout_index
 /// The connection and what it tells.
 class X11KeyboardLayout::Keymap {
 public:
-    Keymap() : connection_(xcb_connect(nullptr, nullptr)), context_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
-        std::uint8_t firstEvent = 0;
-        if (xcb_connection_has_error(connection_.get()) ||
-            !xkb_x11_setup_xkb_extension(connection_.get(), XKB_X11_MIN_MAJOR_XKB_VERSION,
-                                         XKB_X11_MIN_MINOR_XKB_VERSION, XKB_X11_SETUP_XKB_EXTENSION_NO_FLAGS, nullptr,
-                                         nullptr, &firstEvent, nullptr))
+    Keymap() : x_(X11Connection::open()), context_(xkb_context_new(XKB_CONTEXT_NO_DEFAULT_INCLUDES)) {
+        int opcode = 0;
+        int error = 0;
+        if (!x_ || !XkbQueryExtension(x_->display(), &opcode, &event_, &error, nullptr, nullptr))
             return;
-        event_ = firstEvent;
-        keyboard_ = xkb_x11_get_core_keyboard_device_id(connection_.get());
-        select();
+        constexpr unsigned long keyboard = XkbNewKeyboardNotifyMask | XkbMapNotifyMask;
+        XkbSelectEvents(x_->display(), XkbUseCoreKbd, keyboard, keyboard);
+        XkbSelectEventDetails(x_->display(), XkbUseCoreKbd, XkbStateNotify, XkbGroupStateMask, XkbGroupStateMask);
+        XFlush(x_->display());
+        works_ = true;
     }
 
-    bool works() const { return keyboard_ >= 0; }
-    int fileDescriptor() const { return works() ? xcb_get_file_descriptor(connection_.get()) : -1; }
+    int fileDescriptor() const { return works_ ? ConnectionNumber(x_->display()) : -1; }
 
     /// Whether the server has reported a change since the last call.
     bool takeChanges() {
         bool changed = false;
-        while (auto* event = works() ? xcb_poll_for_event(connection_.get()) : nullptr) {
-            changed = changed || (event->response_type & 0x7F) == event_;
-            std::free(event);
+        while (works_ && XPending(x_->display()) > 0) {
+            XEvent event;
+            XNextEvent(x_->display(), &event);
+            changed = changed || event.type == event_;
         }
         return changed;
     }
 
-    /// Nothing when the server does not answer.
+    /// The layout of the keyboard that keys are posted on, in the group that is in effect. Nothing when the server does
+    /// not answer.
     std::optional<Snapshot> read() const {
-        if (!works())
+        XkbStateRec state = {};
+        if (!works_ || XkbGetState(x_->display(), XkbUseCoreKbd, &state) != Success)
             return std::nullopt;
+        auto* xcb = XGetXCBConnection(x_->display());
+        const int inUse = findX11Keyboards(*x_).inUse;
+        const int keyboard = inUse ? inUse : xkb_x11_get_core_keyboard_device_id(xcb);
         const KeymapHandle keymap(
-            xkb_x11_keymap_new_from_device(context_.get(), connection_.get(), keyboard_, XKB_KEYMAP_COMPILE_NO_FLAGS));
-        const State state(keymap ? xkb_x11_state_new_from_device(keymap.get(), connection_.get(), keyboard_) : nullptr);
-        if (!state)
+            xkb_x11_keymap_new_from_device(context_.get(), xcb, keyboard, XKB_KEYMAP_COMPILE_NO_FLAGS));
+        if (!keymap)
             return std::nullopt;
-        const auto group = xkb_state_serialize_layout(state.get(), XKB_STATE_LAYOUT_EFFECTIVE);
         Snapshot snapshot;
         for (const auto position : allKeyCodes()) {
-            const auto key = xKeyCodeFromEvdev(*evdevFromKeyCode(position));
-            if (key)
-                add(snapshot, position, plainSymbol(keymap.get(), *key, group));
+            if (const auto key = xKeyCodeFromEvdev(*evdevFromKeyCode(position)))
+                add(snapshot, position, plainSymbol(keymap.get(), *key, state.group));
         }
         return snapshot;
     }
@@ -101,22 +100,10 @@ private:
             snapshot.letters.emplace(static_cast<char>(code), position);
     }
 
-    void select() const {
-        constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
-        constexpr std::uint16_t map = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS;
-        xcb_xkb_select_events_details_t details = {};
-        details.affectNewKeyboard = details.newKeyboardDetails =
-            XCB_XKB_NKN_DETAIL_KEYCODES | XCB_XKB_NKN_DETAIL_DEVICE_ID;
-        details.affectState = details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
-        xcb_xkb_select_events_aux(connection_.get(), static_cast<xcb_xkb_device_spec_t>(keyboard_),
-                                  events | XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, map, map, &details);
-        xcb_flush(connection_.get());
-    }
-
-    const Connection connection_;
+    const std::unique_ptr<X11Connection> x_;
     const Context context_;
-    int keyboard_ = -1;
-    std::uint8_t event_ = 0;
+    bool works_ = false;
+    int event_ = 0;
 };
 
 X11KeyboardLayout::X11KeyboardLayout(LogSink& log, std::function<void()> changed)

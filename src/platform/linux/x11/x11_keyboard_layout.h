@@ -10,9 +10,9 @@
 
 namespace tarvik {
 
-/// The keymap of the core keyboard in its current group. A layout that the user switches to holds from the next call
-/// on: each call first reads what the server has reported, without waiting. The connection is its own, so that any
-/// thread may ask; it carries events only when the layout or the group changes.
+/// The keymap of the keyboard that is in use (the one that keys are posted on), in the current group. A layout that the
+/// user switches to holds from the next call on: each call first reads what the server has reported, without waiting.
+/// The connection is its own, so that any thread may ask; it carries events only when the layout or the group changes.
 class X11KeyboardLayout final : public KeyboardLayout {
 public:
     /// `changed` is called after a position has got another character, on the thread whose call found out.

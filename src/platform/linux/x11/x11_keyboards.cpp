@@ -1,7 +1,10 @@
 #include "platform/linux/x11/x11_keyboards.h"
 
+#include <X11/Xatom.h>
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/XTest.h>
+
+#include <algorithm>
 
 namespace tarvik {
 namespace {
@@ -21,6 +24,21 @@ int keySource(const XIDeviceInfo& device) {
             return device.classes[i]->sourceid;
     }
     return 0;
+}
+
+/// The server marks the devices on which it makes the events of programs.
+bool isXTest(const X11Connection& x, int device) {
+    unsigned char* data = nullptr;
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    if (XIGetProperty(x.display(), device, x.atoms().xtestDevice, 0, 1, False, XA_INTEGER, &type, &format, &count,
+                      &left, &data) != Success)
+        return false;
+    const bool marked = format == 8 && count == 1 && data[0] != 0;
+    XFree(data);
+    return marked;
 }
 
 } // namespace
@@ -53,28 +71,25 @@ void X11Keyboard::fake(std::uint8_t keyCode, bool down) const {
 
 X11Keyboards findX11Keyboards(const X11Connection& x) {
     X11Keyboards found;
-    int pointer = 0;
-    if (!XIGetClientPointer(x.display(), None, &pointer))
-        return found;
     int count = 0;
     const DeviceInfo devices(XIQueryDevice(x.display(), XIAllDevices, &count));
-    int keyboard = 0;
-    for (int i = 0; devices && i < count; ++i) {
-        if (devices.get()[i].deviceid == pointer)
-            keyboard = devices.get()[i].attachment;
+    const auto* first = devices.get();
+    const auto* last = first + (devices ? count : 0);
+    const auto* session = std::find_if(first, last, [](const auto& device) { return device.use == XIMasterKeyboard; });
+    if (session == last)
+        return found;
+    for (const auto* device = first; device != last; ++device) {
+        if (device->use != XISlaveKeyboard || device->attachment != session->deviceid || !device->enabled)
+            continue;
+        found.ids.push_back(device->deviceid);
     }
-    int lastUsed = 0;
-    for (int i = 0; devices && i < count; ++i) {
-        const auto& device = devices.get()[i];
-        if (device.deviceid == keyboard)
-            lastUsed = keySource(device);
-        else if (device.use == XISlaveKeyboard && device.attachment == keyboard && device.enabled)
-            found.ids.push_back(device.deviceid);
-    }
-    for (const int id : found.ids) {
-        if (id == lastUsed)
-            found.lastUsed = id;
-    }
+    const auto real =
+        std::stable_partition(found.ids.begin(), found.ids.end(), [&](int id) { return !isXTest(x, id); });
+    const auto lastUsed = std::find(found.ids.begin(), real, keySource(*session));
+    if (lastUsed != real)
+        found.inUse = *lastUsed;
+    else if (!found.ids.empty())
+        found.inUse = found.ids.front();
     return found;
 }
 

@@ -35,11 +35,13 @@ private:
 struct X11Keyboards {
     /// The identifiers of the enabled ones.
     std::vector<int> ids;
-    /// The one that was typed on last: the session's keyboard has taken its layout from it. 0 when unknown.
-    int lastUsed = 0;
+    /// The one that was typed on last, whose layout the session's keyboard has taken over. Keys that programs make
+    /// (XTEST) do not count, as long as there is another keyboard: what they are made on may have a layout that nobody
+    /// chose. 0 when there is none.
+    int inUse = 0;
 };
 
-/// The keyboards behind the keyboard that belongs to the session's pointer.
+/// The keyboards behind the session's first keyboard, the one that every desktop has.
 X11Keyboards findX11Keyboards(const X11Connection& x);
 
 } // namespace tarvik
