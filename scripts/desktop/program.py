@@ -1,0 +1,91 @@
+"""Tarvik itself, running on a desktop with settings of its own."""
+
+import json
+import os
+import signal
+import subprocess
+
+from desktop.polling import PATIENCE, poll
+from desktop.processes import end_with_parent
+
+_STAMP = len("2025-01-31 12:00:00.000 ")
+
+
+class ProgramError(AssertionError):
+    """Tarvik did not do what was waited for; the message holds its log."""
+
+
+class Tarvik:
+    """with Tarvik("build/release/tarvik", desk.env, folder, {"minStroke": 50}) as tarvik: ...
+
+    Inside the block its tap is armed. The folder keeps its settings, its log and what it printed.
+    settings: as in the settings file; "mappings": {"UD": "reload", ...} replaces the gesture table."""
+
+    def __init__(self, program, env, folder, settings=None):
+        self._program, self._folder = os.path.abspath(program), folder
+        self._env = dict(env, XDG_CONFIG_HOME=folder, XDG_STATE_HOME=folder)
+        self.log_file = os.path.join(folder, "tarvik", "Tarvik.log")
+        self._write_settings(settings or {})
+        self.process = None
+
+    def __enter__(self):
+        with open(os.path.join(self._folder, "output"), "wb") as output:
+            self.process = subprocess.Popen([self._program], env=self._env, stdin=subprocess.DEVNULL, stdout=output,
+                                            stderr=output, preexec_fn=lambda: end_with_parent(signal.SIGKILL))
+        try:
+            self.wait_for_log("event tap started")
+        except BaseException:
+            self.end()
+            raise
+        return self
+
+    def __exit__(self, *_):
+        self.end()
+
+    def end(self, number=signal.SIGTERM):
+        """Its exit code, or None when it had to be killed."""
+        if self.process.poll() is None:
+            self.process.send_signal(number)
+        try:
+            return self.process.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            self.process.kill()
+            self.process.wait()
+            return None
+
+    def log(self):
+        """The messages, without their time stamps."""
+        try:
+            with open(self.log_file, encoding="utf-8") as file:
+                return [line[_STAMP:] for line in file.read().splitlines()]
+        except FileNotFoundError:
+            return []
+
+    def wait_for_log(self, message, times=1):
+        found = poll(lambda: self.log().count(message) >= times or self.process.poll() is not None)
+        if self.log().count(message) < times:
+            state = "ended with " + str(self.process.poll()) if found else "did not log in time"
+            raise ProgramError(f"Tarvik {state}; expected {times} x {message!r} in:\n" + "\n".join(self.log()))
+
+    def _write_settings(self, settings):
+        os.makedirs(self._folder, exist_ok=True)
+        with open(os.path.join(self._folder, "Tarvik.conf"), "w", encoding="utf-8") as file:
+            file.write("[General]\n")
+            for name, value in settings.items():
+                file.write(f"{name}={_ini(name, value)}\n")
+
+
+def _ini(name, value):
+    if name == "mappings":
+        table = {gesture: action if isinstance(action, dict) else {"kind": action}
+                 for gesture, action in value.items()}
+        return _quoted(json.dumps(table))
+    if isinstance(value, bool):
+        return str(value).lower()
+    if isinstance(value, (list, tuple)):
+        return ", ".join(map(_quoted, value))
+    return _quoted(value) if isinstance(value, str) else str(value)
+
+
+def _quoted(text):
+    return '"' + text.replace("\\", "\\\\").replace('"', '\\"') + '"'
