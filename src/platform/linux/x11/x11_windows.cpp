@@ -78,7 +78,8 @@ std::unique_ptr<Window> X11Windows::targetWindow(std::optional<Point> point) {
     auto window = point ? windowAt(*point) : std::nullopt;
     if (!window) {
         window = ewmh_.activeWindow();
-        if (window && !ewmh_.isApplicationWindow(*window))
+        // The announcement outlives a window for a moment.
+        if (window && !(ewmh_.isApplicationWindow(*window) && ewmh_.frame(*window)))
             window.reset();
     }
     return window ? std::make_unique<X11Window>(ewmh_, *entries_, *window) : nullptr;
