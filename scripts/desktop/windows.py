@@ -5,7 +5,7 @@ import struct
 import zlib
 from collections import namedtuple
 
-from Xlib import X, Xatom, display, error
+from Xlib import X, display, error
 from Xlib.protocol import event
 
 Frame = namedtuple("Frame", "x y width height")
@@ -167,10 +167,11 @@ class Desktop:
         return where.root_x, where.root_y
 
     def pixels(self, frame=None):
-        """{"width", "height", "rows"}: what shows there, three bytes for each pixel."""
+        """What shows there, or on the whole screen."""
         if frame is None:
             size = self.root.get_geometry()
-            frame = Frame(0, 0, size.width, size.height)
+            frame = (0, 0, size.width, size.height)
+        frame = Frame(*frame)
         raw = bytes(self.root.get_image(*frame, X.ZPixmap, 0xFFFFFFFF).data)
         rgb = bytearray(frame.width * frame.height * 3)
         rgb[0::3], rgb[1::3], rgb[2::3] = raw[2::4], raw[1::4], raw[0::4]
@@ -202,6 +203,8 @@ class Desktop:
 
 
 class Picture:
+    """Three bytes for each pixel: red, green, blue."""
+
     def __init__(self, width, height, rgb):
         self.width, self.height, self.rgb = width, height, rgb
 

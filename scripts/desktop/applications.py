@@ -1,4 +1,4 @@
-"""Applications that the tests use, each started on a desktop and asked for its own state."""
+"""Real applications, each started on a desktop and asked for its own state."""
 
 import itertools
 import json

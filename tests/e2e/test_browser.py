@@ -1,0 +1,154 @@
+"""Gestures in a browser: pages, tabs and the wheel."""
+
+import time
+import unittest
+
+from desktop_test import DesktopTest, KEY_N, poll
+from desktop.applications import Browser
+from virtual_desktop import RIGHT
+
+WHEEL_INTERVAL = 0.12  # seconds from one step of the wheel binding to the next
+
+
+class BrowserGestures(DesktopTest):
+    @classmethod
+    def setUpClass(cls):
+        super().setUpClass()
+        cls.browser = cls.enterClassContext(Browser(cls.desk, cls.screen, "z"))
+
+    def draw(self, directions):
+        self.hand.draw(self.browser.middle, directions)
+
+    def expect_no_click(self):
+        self.assertEqual(self.browser.state["down"], [0, 0, 0])
+        self.assertEqual(self.browser.menus(), [])
+
+    def test_reload(self):
+        self.browser.open("a")
+        tarvik = self.tarvik()
+        before = self.browser.state
+        self.draw("UD")
+        self.browser.expect_reload(before)
+        self.assertEqual(tarvik.log()[-2:], ["gesture 'UD' scrolled=false -> Reload", "perform Reload"])
+        self.expect_no_click()
+
+    def test_back_and_forward(self):
+        self.browser.open("a")
+        self.keyboard.tap(KEY_N)
+        self.browser.expect_page("b")
+        self.tarvik()
+        self.draw("LU")
+        self.browser.expect_page("a")
+        self.draw("RU")
+        self.browser.expect_page("b")
+        self.expect_no_click()
+
+    def test_close_and_reopen_a_tab(self):
+        self.browser.open("a", "p", "q")
+        self.tarvik()
+        self.draw("DR")
+        self.browser.expect_page("p")
+        self.draw("DU")
+        self.browser.expect_page("a")
+        self.draw("UR")
+        self.browser.expect_page("p")
+
+    def test_change_tab(self):
+        self.browser.open("a", "p", "q")
+        self.tarvik()
+        for gesture, page in ("UR", "p"), ("UR", "q"), ("UL", "p"), ("UL", "a"):
+            self.draw(gesture)
+            self.browser.expect_page(page)
+        self.expect_no_click()
+
+    def test_two_gestures_in_quick_succession(self):
+        self.browser.open("a", "p", "q")
+        tarvik = self.tarvik()
+        self.draw("UR")
+        self.draw("UR")
+        self.browser.expect_page("q")
+        self.assertEqual(tarvik.log().count("perform Next Tab"), 2)
+
+    def test_wheel_steps_tabs(self):
+        """One step for every 0.12 s, and the release does nothing, though a gesture was drawn."""
+        self.browser.open("a", "p", "q", "r")
+        tarvik = self.tarvik()
+        self.hand.hold(self.browser.middle, "UD")
+        self.assertLess(self.turn_wheel(3), 0.1, "the machine is too busy to turn the wheel in time")
+        self.browser.expect("one step", lambda s: s["page"] == "p")
+        time.sleep(WHEEL_INTERVAL)
+        self.turn_wheel(1)
+        self.browser.expect("the second step", lambda s: s["page"] == "q")
+        time.sleep(WHEEL_INTERVAL)
+        self.turn_wheel(-1)
+        self.browser.expect("a step back", lambda s: s["page"] == "p")
+        self.mouse.release(RIGHT)
+        tarvik.wait_for_log("gesture 'UD' scrolled=true -> Reload")
+        self.browser.expect_page("p")
+        self.assertEqual([line for line in tarvik.log() if line.startswith("perform")],
+                         ["perform Next Tab", "perform Next Tab", "perform Previous Tab"])
+        state = self.browser.state
+        self.assertEqual((state["how"], state["scroll"], state["down"]), ("navigate", 0, [0, 0, 0]))
+
+    def test_wheel_bound_to_nothing(self):
+        """The wheel scrolls the page during the hold, and the gesture is performed all the same."""
+        self.browser.open("a")
+        tarvik = self.tarvik(scrollBinding="none")
+        before = self.browser.state
+        self.hand.hold(self.browser.middle, "U")
+        for _ in range(4):
+            self.turn_wheel(1)
+        scrolled = self.browser.expect("the page scrolls", lambda s: s["scroll"] > 100)
+        self.assertEqual(scrolled["down"], [0, 0, 0])
+        self.hand.strokes("D")
+        self.mouse.release(RIGHT)
+        self.browser.expect_reload(before)
+        self.assertIn("gesture 'UD' scrolled=false -> Reload", tarvik.log())
+
+    def test_wheel_after_a_hold_scrolls_no_more_than_it_is_turned(self):
+        """What was swallowed during the hold does not come out at the next turn."""
+        self.browser.open("a")
+        self.mouse.move_to(*self.browser.middle)
+        distance = self.scroll_two_notches()
+        tarvik = self.tarvik()
+        self.hand.hold(self.browser.middle)
+        for _ in range(6):
+            self.turn_wheel(1)
+        self.mouse.release(RIGHT)
+        tarvik.wait_for_log("gesture '' scrolled=true -> unmapped")
+        self.assertLess(abs(self.scroll_two_notches() - distance), 0.5 * distance)
+
+    def test_unbound_gesture(self):
+        """Dropped: no click, no drag, no action."""
+        self.browser.open("a")
+        tarvik = self.tarvik()
+        self.draw("RDL")
+        tarvik.wait_for_log("gesture 'RDL' scrolled=false -> unmapped")
+        state = self.browser.state
+        self.browser.expect_page("a")
+        self.expect_no_click()
+        self.assertEqual((state["drag"], state["menu"]), (0, None))
+
+    def turn_wheel(self, notches):
+        """Notch by notch; returns the seconds that it took."""
+        start = time.monotonic()
+        for _ in range(abs(notches)):
+            self.mouse.wheel(0, 1 if notches > 0 else -1)
+        return time.monotonic() - start
+
+    def scroll_two_notches(self):
+        """How far the page scrolls. The first notch only tells the browser where the wheel stands."""
+        start = self.browser.state["scroll"]
+        self.turn_wheel(1)
+        self.turn_wheel(1)
+        rest = [start]
+
+        def at_rest():
+            rest.append(self.browser.state["scroll"])
+            return len(rest) > 20 and rest[-1] > start and len(set(rest[-20:])) == 1
+        self.assertTrue(poll(at_rest), "the page does not come to rest")
+        return rest[-1] - start
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

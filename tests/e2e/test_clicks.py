@@ -1,0 +1,75 @@
+"""A press and release without a stroke stays a click, at the place of the release, in every toolkit."""
+
+import unittest
+
+from desktop_test import DesktopTest, KEY_ESCAPE
+from desktop.applications import Browser, GtkEditor, QtEditor
+from virtual_desktop import LEFT, MIDDLE, RIGHT
+
+NO_GESTURE = "gesture '' scrolled=false -> unmapped"
+
+
+class Clicks(DesktopTest):
+    def test_gtk(self):
+        self.expect_clicks(self.open(GtkEditor, *self.files("one.txt")))
+
+    def test_qt(self):
+        self.expect_clicks(self.open(QtEditor, *self.files("one.txt")))
+
+    def test_chromium(self):
+        browser = self.open(Browser, "a")
+        self.expect_clicks(browser)
+        state = browser.expect("two right clicks, pressed and released", lambda s: s["down"][2] == 2)
+        self.assertEqual(state["menu"], [browser.middle[0] + 12, browser.middle[1] + 7])
+        self.assertEqual((state["how"], state["drag"]), ("navigate", 0), "the page was dragged over")
+
+    def test_click_after_click(self):
+        """Quick clicks are all given back, each once."""
+        browser = self.open(Browser, "a-quiet")
+        tarvik = self.tarvik()
+        for _ in range(20):
+            self.hand.click(browser.middle)
+        state = browser.expect("20 clicks", lambda s: s["up"][2] >= 20)
+        tarvik.wait_for_log(NO_GESTURE, 20)
+        self.assertEqual((state["down"], state["up"]), ([0, 0, 20], [0, 0, 20]))
+
+    def test_other_buttons(self):
+        browser = self.open(Browser, "a-quiet")
+        self.tarvik()
+        self.hand.click(browser.middle, LEFT)
+        self.hand.click(browser.middle, MIDDLE)
+        browser.expect("both clicks", lambda s: s["down"] == s["up"] == [1, 1, 0])
+
+    def test_click_while_a_menu_is_open(self):
+        """An open menu has the pointer for itself: a second right click closes it or moves it, and no button sticks."""
+        editor = self.open(GtkEditor, *self.files("one.txt"))
+        self.tarvik()
+        self.hand.click(editor.middle)
+        self.expect("a menu", editor.menus)
+        self.hand.click((editor.middle[0] - 50, editor.middle[1] - 40))
+        self.keyboard.tap(KEY_ESCAPE)
+        self.expect("the menu closes", lambda: not editor.menus())
+        self.hand.click(editor.middle)
+        self.expect_menu(editor, editor.middle)
+
+    def expect_clicks(self, application):
+        tarvik = self.tarvik()
+        point = application.middle
+        self.hand.click(point)
+        self.expect("the menu", application.menus)
+        self.picture(f"click-{application.command[0]}")
+        self.expect_menu(application, point)
+        tarvik.wait_for_log(NO_GESTURE)
+
+        self.mouse.move_to(*point)
+        self.mouse.press(RIGHT)
+        for _ in range(4):
+            self.mouse.move_by(3, 2)
+        self.mouse.move_by(0, -1)
+        self.mouse.release(RIGHT)
+        self.expect_menu(application, (point[0] + 12, point[1] + 7))
+        tarvik.wait_for_log(NO_GESTURE, 2)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)

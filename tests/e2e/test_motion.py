@@ -1,0 +1,39 @@
+"""Nothing is lost when much comes at once."""
+
+import unittest
+
+from desktop_test import DesktopTest
+from probe import Probe
+
+
+class Motion(DesktopTest):
+    def test_a_thousand_reports_a_second(self):
+        probe = self.enterContext(Probe(self.desk.env))
+        tarvik = self.tarvik(mappings={})
+        for gesture in "RDLURD", "DRULDR", "RULDRU":
+            self.hand.draw((600, 400), gesture, length=150, step=1, interval=0.001)
+            tarvik.wait_for_log(f"gesture '{gesture}' scrolled=false -> unmapped")
+        self.assertEqual(probe.events(), [])
+
+    def test_as_fast_as_the_server_takes_it(self):
+        tarvik = self.tarvik(mappings={})
+        for _ in range(5):
+            self.hand.draw((600, 400), "RDLURD", length=150, step=1, interval=0)
+        tarvik.wait_for_log("gesture 'RDLURD' scrolled=false -> unmapped", 5)
+
+    def test_clicks_between_gestures(self):
+        """Clicks and gestures in turn, without a pause: each is what it is."""
+        probe = self.enterContext(Probe(self.desk.env))
+        tarvik = self.tarvik(mappings={})
+        for _ in range(10):
+            self.hand.draw((600, 400), "RD", interval=0.001)
+            self.hand.click((300, 300))
+        tarvik.wait_for_log("gesture '' scrolled=false -> unmapped", 10)
+        probe.wait_for(("release", 3, 300, 300))
+        tarvik.end()
+        self.assertEqual(probe.events(), [("press", 3, 300, 300), ("release", 3, 300, 300)] * 10)
+        self.assertEqual(tarvik.log().count("gesture 'RD' scrolled=false -> unmapped"), 10)
+
+
+if __name__ == "__main__":
+    unittest.main(verbosity=2)
