@@ -46,6 +46,7 @@ int main(int argc, char** argv) {
     };
     publish();
     const auto subscription = settings.observe([&](Setting) { publish(); });
+    platform->onLayoutChange(publish);
 
     // A refused tap is asked for again every second.
     const std::function<void()> start = [&] {

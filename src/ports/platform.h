@@ -1,6 +1,7 @@
 // Everything that Tarvik asks of an operating system, in one place. One implementation is linked in.
 #pragma once
 
+#include "model/vocabulary.h"
 #include "ports/defaults_store.h"
 #include "ports/desktop_shell.h"
 #include "ports/event_tap.h"
@@ -11,10 +12,10 @@
 #include "ports/trail_panel.h"
 #include "ports/windows.h"
 #include "ports/workspace.h"
-#include "model/vocabulary.h"
 #include "support/log.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 
 namespace tarvik {
@@ -31,12 +32,14 @@ public:
     virtual TaskQueue& actionQueue() = 0;
 
     virtual EventTap& tap() = 0;
-    virtual Frontmost& frontmost() = 0;
+    virtual const Frontmost& frontmost() const = 0;
     virtual Screens& screens() = 0;
     virtual TrailPanels& trailPanels() = 0;
 
     virtual KeyPoster& keys() = 0;
     virtual KeyboardLayout& layout() = 0;
+    /// Called on the main thread when a key has got another character.
+    virtual void onLayoutChange(std::function<void()> handler) = 0;
     virtual DesktopShell& shell() = 0;
     virtual Windows& windows() = 0;
     virtual Workspace& workspace() = 0;

@@ -18,6 +18,8 @@ class LogSink {
 public:
     virtual ~LogSink() = default;
     virtual void write(std::string_view message) = 0;
+    /// Waits until what was written before the call has reached its place.
+    virtual void flush() {}
 };
 
 /// Appends lines to a file on a thread of its own, in the order of the calls. Each line is the local time at the call
@@ -37,7 +39,7 @@ public:
 
     void write(std::string_view message) override;
     /// Waits until every line queued before the call is in the file (or was given up).
-    void flush();
+    void flush() override;
 
 private:
     void run();

@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -12,6 +13,8 @@ namespace {
 
 /// More separate rectangles than this are sent as one around them all.
 constexpr std::size_t mostRects = 256;
+/// A gesture of a few long strokes needs about half as many rectangles for its shape.
+constexpr std::size_t fewShapeRects = 10000;
 
 std::uint32_t accentColour(const QPalette& palette) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
@@ -95,6 +98,7 @@ void X11TrailPanel::resetWindow() {
     window_.reset(shaped_ ? std::optional(accent_) : std::nullopt);
     dirty_.clear();
     shownPillRect_ = {};
+    shapeRects_ = 0;
 }
 
 void X11TrailPanel::extend(const PathView& points) {
@@ -184,13 +188,8 @@ void X11TrailPanel::presentPixels(const PixelRect& rect) const {
 
 /// The line needs no pixels: the window's background has its colour. The pill does.
 void X11TrailPanel::presentShape() {
-    std::vector<PixelRect> grown;
-    for (const PixelRect& rect : dirty_) {
-        if (!mask_)
-            break;
-        const auto runs = mask_->runs(rect);
-        grown.insert(grown.end(), runs.begin(), runs.end());
-    }
+    const std::vector<PixelRect> grown = newShape();
+    shapeRects_ += grown.size();
     window_.addToShape(grown);
     window_.setMovingShape(pill_ ? pill_->runs() : std::vector<PixelRect>{}, pillRect_.x, pillRect_.y);
     window_.applyShape();
@@ -198,6 +197,23 @@ void X11TrailPanel::presentShape() {
         window_.clear(shownPillRect_);
     if (pill_)
         window_.put(pill_->image(), pillRect_.x, pillRect_.y);
+}
+
+/// The new parts of the line in rows of a point, and of up to four where there are many: the server's work at each
+/// change follows the number of rectangles in the shape. The line is five points thick, so no row of four can miss it.
+std::vector<PixelRect> X11TrailPanel::newShape() const {
+    const int finest = std::max(1, static_cast<int>(screen_.unitsPerPoint));
+    std::vector<PixelRect> grown;
+    for (int coarseness = 1; mask_ && coarseness <= 4; coarseness *= 2) {
+        grown.clear();
+        for (const PixelRect& rect : dirty_) {
+            const auto runs = mask_->runs(rect, coarseness * finest);
+            grown.insert(grown.end(), runs.begin(), runs.end());
+        }
+        if (shapeRects_ + grown.size() <= fewShapeRects * static_cast<std::size_t>(coarseness))
+            break;
+    }
+    return grown;
 }
 
 void X11TrailPanel::exposed(const xcb_expose_event_t& event) {

@@ -53,6 +53,7 @@ private:
     void present();
     void presentPixels(const PixelRect& rect) const;
     void presentShape();
+    std::vector<PixelRect> newShape() const;
     PixelRect bounds() const;
 
     const Screen screen_;
@@ -76,6 +77,8 @@ private:
     std::vector<PixelRect> dirty_;
     PixelRect inked_;
     PixelRect exposed_;
+    /// How many rectangles have gone into the shape.
+    std::size_t shapeRects_ = 0;
 };
 
 } // namespace tarvik

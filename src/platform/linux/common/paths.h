@@ -1,0 +1,11 @@
+// Where the user's files are, by the XDG base directories.
+#pragma once
+
+#include <filesystem>
+
+namespace tarvik {
+
+/// $XDG_STATE_HOME/tarvik (~/.local/state/tarvik), made if it was not there. Needs no toolkit.
+std::filesystem::path stateFolder();
+
+} // namespace tarvik

@@ -1,0 +1,117 @@
+// A Linux desktop under X11: which adapter stands behind which port, and on which thread.
+
+// The toolkit first: Xlib's macros would take its names away.
+#include <QGuiApplication>
+#include <QSocketNotifier>
+
+#include "platform/linux/common/qt_defaults_store.h"
+#include "platform/linux/common/qt_main_queue.h"
+#include "platform/linux/common/termination_signals.h"
+
+#include "platform/linux/common/desktop_entries.h"
+#include "platform/linux/common/paths.h"
+#include "platform/linux/common/worker.h"
+#include "platform/linux/x11/x11_actions_platform.h"
+#include "platform/linux/x11/x11_event_tap.h"
+#include "platform/linux/x11/x11_keyboard_layout.h"
+#include "platform/linux/x11/x11_main_connection.h"
+#include "platform/linux/x11/x11_screens.h"
+#include "platform/linux/x11/x11_trail_panels.h"
+#include "ports/platform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <optional>
+#include <utility>
+
+namespace tarvik {
+namespace {
+
+class LinuxPlatform final : public Platform {
+public:
+    /// `actions` was opened first, as the proof that there is a display.
+    LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_ptr<const DesktopEntries> entries,
+                  std::unique_ptr<X11ActionsPlatform> actions);
+
+    const Vocabulary& vocabulary() const override { return linuxVocabulary(); }
+    DefaultsStore& defaults() override { return defaults_; }
+    MainQueue& mainQueue() override { return mainQueue_; }
+    TaskQueue& actionQueue() override { return *worker_; }
+
+    EventTap& tap() override { return tap_; }
+    const Frontmost& frontmost() const override { return tap_.frontmost(); }
+    Screens& screens() override { return screens_; }
+    TrailPanels& trailPanels() override { return panels_; }
+
+    KeyPoster& keys() override { return actions_->keys(); }
+    KeyboardLayout& layout() override { return layout_; }
+    void onLayoutChange(std::function<void()> handler) override { layoutChanged_ = std::move(handler); }
+    DesktopShell& shell() override { return actions_->shell(); }
+    Windows& windows() override { return actions_->windows(); }
+    Workspace& workspace() override { return actions_->workspace(); }
+
+    int run() override { return QGuiApplication::exec(); }
+    void stop() override;
+
+private:
+    QGuiApplication application_;
+    QtMainQueue mainQueue_;
+    TerminationSignals signals_;
+    QtDefaultsStore defaults_;
+    std::function<void()> layoutChanged_;
+    X11KeyboardLayout layout_;
+    QSocketNotifier layoutNotifier_;
+    X11MainConnection connection_;
+    X11Screens screens_;
+    X11TrailPanels panels_;
+    std::unique_ptr<X11ActionsPlatform> actions_;
+    std::optional<Worker> worker_;
+    X11EventTap tap_;
+};
+
+/// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us it has
+/// released.
+[[noreturn]] void endWithTheDisplay(LogSink& log) {
+    log.write("the display server has gone; ending");
+    log.flush();
+    std::_Exit(EXIT_FAILURE);
+}
+
+LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_ptr<const DesktopEntries> entries,
+                             std::unique_ptr<X11ActionsPlatform> actions)
+    : application_(argc, argv)
+    , signals_([] { QCoreApplication::quit(); })
+    , defaults_(preferencesFile(), log)
+    , layout_(log, [this] { mainQueue_.post([this] { if (layoutChanged_) layoutChanged_(); }); })
+    , layoutNotifier_(layout_.fileDescriptor(), QSocketNotifier::Read)
+    , screens_(connection_)
+    , panels_(connection_, log)
+    , actions_(std::move(actions))
+    , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); }) {
+    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&layoutNotifier_, &QSocketNotifier::activated, &layoutNotifier_, [this] { layout_.refresh(); });
+    worker_.emplace("actions", log);
+}
+
+void LinuxPlatform::stop() {
+    tap_.stop();
+    worker_.reset();
+}
+
+} // namespace
+
+std::unique_ptr<Platform> makePlatform(int& argc, char** argv, LogSink& log) {
+    const auto entries = DesktopEntries::load();
+    auto actions = X11ActionsPlatform::open(entries, log, [&log] { endWithTheDisplay(log); });
+    if (!actions) {
+        constexpr auto reason = "there is no X display here; is DISPLAY set?";
+        log.write(reason);
+        std::fprintf(stderr, "Tarvik: %s\n", reason);
+        return nullptr;
+    }
+    // The tap and the overlay speak X11; in a Wayland session the toolkit would choose another display.
+    qputenv("QT_QPA_PLATFORM", "xcb");
+    return std::make_unique<LinuxPlatform>(argc, argv, log, entries, std::move(actions));
+}
+
+} // namespace tarvik

@@ -1,0 +1,95 @@
+#include "platform/linux/x11/x11_click_return.h"
+
+#include <algorithm>
+
+namespace tarvik {
+namespace {
+
+void update(std::set<std::pair<int, int>>& down, const XiEvent& event) {
+    if (event.type == XiEventType::rawPress)
+        down.insert({event.source, event.button});
+    else if (event.type == XiEventType::rawRelease)
+        down.erase({event.source, event.button});
+}
+
+} // namespace
+
+void X11ClickReturn::watch() {
+    if (watching_)
+        return;
+    watching_ = true;
+    down_.clear();
+    selectDeviceEvents(display_, root_, DeviceEvents::changesAndButtons);
+}
+
+void X11ClickReturn::unwatchIfDone() {
+    if (!watching_ || !pending_.empty())
+        return;
+    watching_ = false;
+    selectDeviceEvents(display_, root_, DeviceEvents::changes);
+}
+
+void X11ClickReturn::settle() {
+    waiting_ = false;
+    while (!pending_.empty()) {
+        // A hold that has begun meanwhile comes first; its end settles the rest.
+        queue_.pull();
+        const auto& events = queue_.waiting();
+        if (std::any_of(events.begin(), events.end(), [](const XiEvent& e) { return e.type == XiEventType::press; }))
+            { waiting_ = true; return; }
+        if (giveBack(pending_.front()) == Outcome::later)
+            { waiting_ = true; return; }
+        pending_.pop_front();
+    }
+    unwatchIfDone();
+}
+
+void X11ClickReturn::follow(const XiEvent& event) { update(down_, event); }
+
+bool X11ClickReturn::surfaced(const XiEvent& press) {
+    if (pending_.empty() || !pending_.front().uncertain || !press.reportsPosition() ||
+        press.source != pending_.front().click.source)
+        return false;
+    pending_.pop_front();
+    waiting_ = !pending_.empty();
+    return true;
+}
+
+X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
+    const auto& click = pending.click;
+    if (isDown(click.button))
+        return Outcome::later;
+    pending.uncertain = false;
+
+    // Whatever has to be asked of the server is asked before the grab opens.
+    devices_.prepare(click.source);
+    const int place[2] = {click.x, click.y};
+    const int trigger = grab_.button();
+    grab_.release();
+    const auto pressRequest = NextRequest(display_);
+    devices_.fakeButton(click.source, click.button, true, place);
+    devices_.fakeButton(click.source, click.button, false);
+    grab_.grab(trigger); // waits for the answer: all of this has happened now
+
+    queue_.pull();
+    bool between = false;
+    bool grabbed = false;
+    for (const auto& event : queue_.waiting()) {
+        const bool own = event.source == click.source && event.serial == pressRequest;
+        if (event.type == XiEventType::rawPress && event.button == click.button)
+            between |= !own && event.serial <= pressRequest;
+        grabbed |= event.type == XiEventType::press && event.button == trigger && !event.reportsPosition();
+    }
+    // A device that is frozen by a new hold keeps our click in the server's queue: it may still surface.
+    pending.uncertain = between && grabbed;
+    return between ? Outcome::later : Outcome::given;
+}
+
+bool X11ClickReturn::isDown(int button) const {
+    auto down = down_;
+    for (const auto& event : queue_.waiting())
+        update(down, event);
+    return std::any_of(down.begin(), down.end(), [button](const auto& pressed) { return pressed.second == button; });
+}
+
+} // namespace tarvik

@@ -1,0 +1,75 @@
+// Gives swallowed clicks back to the application under the pointer, and loses none.
+#pragma once
+
+#include "platform/linux/x11/x11_button_grab.h"
+#include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/xi_queue.h"
+
+#include <deque>
+#include <set>
+#include <utility>
+
+namespace tarvik {
+
+/// A click to be given back.
+struct ReturnedClick {
+    int button = 0;
+    /// The device that made it: to the application the click comes from the user's own mouse.
+    int source = 0;
+    /// Device pixels of the root window.
+    int x = 0;
+    int y = 0;
+};
+
+/// A click goes back as input of its own device while our grab is open: the grab is taken away, the device presses and
+/// releases, and the grab is put back, in one go. A press of the same button that comes in between, from this device or from
+/// another one, would swallow ours, because the server knows only one state of a button. The device's raw events, which
+/// come whoever gets the press, tell whether that happened; then the click is given back once more after the release.
+/// docs/decisions/0001-giving-a-click-back.md has the reasons and the figures. Tap's thread.
+class X11ClickReturn {
+public:
+    X11ClickReturn(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11ButtonGrab& grab)
+        : display_(display)
+        , root_(root)
+        , queue_(queue)
+        , devices_(devices)
+        , grab_(grab) {}
+
+    /// From the moment a press is taken until everything is given back: follows what the devices do.
+    void watch();
+    void add(const ReturnedClick& click) { pending_.push_back({click, false}); }
+    /// Gives back what it can; what has to wait for a release, as `waiting` tells, needs another call after it. Not during a
+    /// hold.
+    void settle();
+    bool waiting() const { return waiting_; }
+    /// For every raw event, in order.
+    void follow(const XiEvent& event);
+    /// Whether the press is one of ours that came out of the server's queue late, after the grab was back. It must be
+    /// replayed; it is given back by that.
+    bool surfaced(const XiEvent& press);
+
+private:
+    struct Pending {
+        ReturnedClick click;
+        /// Our press may still wait in the server behind a press that froze the device.
+        bool uncertain = false;
+    };
+    enum class Outcome { given, later };
+
+    Outcome giveBack(Pending& pending);
+    bool isDown(int button) const;
+    void unwatchIfDone();
+
+    Display* const display_;
+    const ::Window root_;
+    XiQueue& queue_;
+    X11Devices& devices_;
+    X11ButtonGrab& grab_;
+    std::deque<Pending> pending_;
+    /// The buttons that are down, as (device, button), by the raw events so far.
+    std::set<std::pair<int, int>> down_;
+    bool watching_ = false;
+    bool waiting_ = false;
+};
+
+} // namespace tarvik

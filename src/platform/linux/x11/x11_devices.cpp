@@ -1,0 +1,101 @@
+#include "platform/linux/x11/x11_devices.h"
+
+#include "platform/linux/x11/x11_error_trap.h"
+
+#include <X11/Xatom.h>
+#include <X11/extensions/XInput2.h>
+#include <X11/extensions/XTest.h>
+
+#include <cmath>
+
+namespace tarvik {
+namespace {
+
+struct FreeDeviceInfo {
+    void operator()(XIDeviceInfo* info) const { XIFreeDeviceInfo(info); }
+};
+
+std::vector<ScrollAxis> axesOf(const XIDeviceInfo& device) {
+    std::vector<ScrollAxis> axes;
+    for (int i = 0; i < device.num_classes; ++i) {
+        if (device.classes[i]->type != XIScrollClass)
+            continue;
+        const auto& scroll = *reinterpret_cast<const XIScrollClassInfo*>(device.classes[i]);
+        if (scroll.increment != 0)
+            axes.push_back({scroll.number, scroll.scroll_type == XIScrollTypeVertical, scroll.increment, 0});
+    }
+    for (int i = 0; i < device.num_classes; ++i) {
+        if (device.classes[i]->type != XIValuatorClass)
+            continue;
+        const auto& valuator = *reinterpret_cast<const XIValuatorClassInfo*>(device.classes[i]);
+        for (auto& axis : axes) {
+            if (axis.number == valuator.number)
+                axis.value = valuator.value;
+        }
+    }
+    return axes;
+}
+
+} // namespace
+
+std::map<int, std::vector<ScrollAxis>> X11Devices::scrollAxes() const {
+    int count = 0;
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(XIQueryDevice(display_, XIAllDevices, &count));
+    std::map<int, std::vector<ScrollAxis>> axes;
+    for (int i = 0; devices && i < count; ++i) {
+        const auto& device = devices.get()[i];
+        if (device.use == XISlavePointer)
+            axes.emplace(device.deviceid, axesOf(device));
+    }
+    return axes;
+}
+
+bool X11Devices::directionInverted(int source) const {
+    const Atom property = XInternAtom(display_, "libinput Natural Scrolling Enabled", True);
+    if (property == None)
+        return false;
+    const X11ErrorTrap vanishedDevice(display_);
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    const bool got = XIGetProperty(display_, source, property, 0, 1, False, XA_INTEGER, &type, &format, &count, &left,
+                                   &data) == Success;
+    const bool inverted = got && type == XA_INTEGER && format == 8 && count > 0 && data[0] != 0;
+    if (data)
+        XFree(data);
+    return inverted;
+}
+
+void X11Devices::fakeButton(int source, int button, bool press, const int* place) {
+    auto* device = opened(source);
+    if (!device)
+        return;
+    int axes[2] = {place ? place[0] : 0, place ? place[1] : 0};
+    XTestFakeDeviceButtonEvent(display_, device, static_cast<unsigned>(button), press, place ? axes : nullptr,
+                               place ? 2 : 0, CurrentTime);
+}
+
+void X11Devices::fakeScroll(int source, int axis, int delta) {
+    auto* device = opened(source);
+    if (!device)
+        return;
+    // The server takes the axes from the first one on only: the others do not move.
+    std::vector<int> axes(static_cast<std::size_t>(axis) + 1, 0);
+    axes.back() = delta;
+    XTestFakeDeviceMotionEvent(display_, device, True, 0, axes.data(), static_cast<int>(axes.size()), CurrentTime);
+}
+
+XDevice* X11Devices::opened(int source) {
+    const auto known = opened_.find(source);
+    if (known != opened_.end())
+        return known->second.get();
+    const X11ErrorTrap vanishedDevice(display_);
+    return opened_.emplace(source, std::unique_ptr<XDevice, Close>(XOpenDevice(display_, static_cast<XID>(source)), {display_}))
+        .first->second.get();
+}
+
+void X11Devices::Close::operator()(XDevice* device) const { XCloseDevice(display, device); }
+
+} // namespace tarvik

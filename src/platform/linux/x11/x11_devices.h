@@ -1,0 +1,54 @@
+// The pointing devices of the server, for input that is put back as if the device itself had sent it.
+#pragma once
+
+#include <X11/Xlib.h>
+#include <X11/extensions/XInput.h>
+
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace tarvik {
+
+/// A scroll axis of a device. Its value grows downwards, or to the right.
+struct ScrollAxis {
+    int number = 0;
+    bool vertical = true;
+    /// The change of the value that makes one notch.
+    double increment = 1;
+    /// What the value was when the list was read.
+    double value = 0;
+};
+
+/// Tap's thread. A device that has gone has no axes and takes no input.
+class X11Devices {
+public:
+    explicit X11Devices(Display* display) : display_(display) {}
+
+    /// The scroll axes of every slave pointer. One round trip.
+    std::map<int, std::vector<ScrollAxis>> scrollAxes() const;
+    /// Whether the user has inverted the device's scrolling ("natural scrolling"). One round trip.
+    bool directionInverted(int source) const;
+
+    /// Opens the device, so that a fake event of it is one request and asks nothing. A round trip the first time.
+    void prepare(int source) { opened(source); }
+    /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports its
+    /// axes, which a press from a hand never does.
+    void fakeButton(int source, int button, bool press, const int* place = nullptr);
+    /// Turns a scroll axis as the device would.
+    void fakeScroll(int source, int axis, int delta);
+    /// Forgets the devices that were opened; after the list of devices has changed.
+    void forget() { opened_.clear(); }
+
+private:
+    struct Close {
+        Display* display = nullptr;
+        void operator()(XDevice* device) const;
+    };
+    XDevice* opened(int source);
+
+    Display* const display_;
+    std::map<int, std::unique_ptr<XDevice, Close>> opened_;
+};
+
+} // namespace tarvik

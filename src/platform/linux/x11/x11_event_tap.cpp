@@ -1,0 +1,118 @@
+#include "platform/linux/x11/x11_event_tap.h"
+
+#include "platform/linux/x11/x11_pointer_filter.h"
+
+#include <X11/extensions/XTest.h>
+
+#include <poll.h>
+#include <pthread.h>
+#include <utility>
+
+namespace tarvik {
+namespace {
+
+/// How long to wait before asking again for a grab that another client holds.
+constexpr int retryMilliseconds = 1000;
+
+/// Why there can be no tap on this server; null when there can be one.
+const char* obstacle(Display* display) {
+    int opcode = 0;
+    int event = 0;
+    int error = 0;
+    int major = 0;
+    int minor = 0;
+    if (XQueryExtension(display, "XWAYLAND", &opcode, &event, &error))
+        return "this X server is part of a Wayland session, whose windows it does not see";
+    if (!xiOpcode(display))
+        return "the X server lacks the X Input Extension 2.2";
+    if (!XTestQueryExtension(display, &event, &error, &major, &minor))
+        return "the X server lacks the XTEST extension";
+    return nullptr;
+}
+
+} // namespace
+
+X11EventTap::X11EventTap(const Screens& screens, std::shared_ptr<const DesktopEntries> entries, LogSink& log,
+                         std::function<void()> lost)
+    : screens_(screens)
+    , log_(log)
+    , lost_(std::move(lost))
+    , frontmost_(std::move(entries)) {}
+
+X11EventTap::~X11EventTap() { stop(); }
+
+bool X11EventTap::start(Handler handler) {
+    stop();
+    ending_ = false;
+    std::promise<bool> armed;
+    auto answer = armed.get_future();
+    thread_ = std::thread([this, handler = std::move(handler), armed = std::move(armed)]() mutable {
+        pthread_setname_np(pthread_self(), "tap");
+        serve(handler, armed);
+        installed_ = false;
+    });
+    return answer.get();
+}
+
+void X11EventTap::stop() {
+    if (!thread_.joinable())
+        return;
+    commands_.post([this] { ending_ = true; });
+    thread_.join();
+    commands_.drain();
+}
+
+void X11EventTap::setTriggerButton(TriggerButton button) { trigger_ = button; }
+
+void X11EventTap::post(const PointerEvent& event) {
+    if (filter_)
+        filter_->post(event);
+}
+
+void X11EventTap::afterEvent(std::function<void()> task) {
+    if (filter_)
+        filter_->afterEvent(std::move(task));
+}
+
+void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
+    const auto x = X11Connection::open(lost_);
+    const char* reason = x ? obstacle(x->display()) : "the X server does not answer";
+    if (reason) {
+        log_.write(std::string("no tap: ") + reason);
+        armed.set_value(false);
+        return;
+    }
+    frontmost_.watch(*x);
+    X11PointerFilter filter(*x, *xiOpcode(x->display()), screens_,
+                            {handler, [this] { commands_.drain(); },
+                             [this](const XEvent& event) { frontmost_.handle(event); }});
+    filter_ = &filter;
+    commands_.drain();
+    installed_ = filter.arm(trigger_);
+    if (!installed_)
+        log_.write("no tap: another program holds the button");
+    armed.set_value(installed_);
+    if (installed_)
+        loop(*x, filter);
+    filter_ = nullptr;
+}
+
+void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
+    pollfd sources[] = {{ConnectionNumber(x.display()), POLLIN, 0}, {commands_.descriptor(), POLLIN, 0}};
+    bool wasArmed = true;
+    while (!ending_ && !x.lost()) {
+        filter.process();
+        commands_.drain();
+        // A new trigger waits until the old one is up, so that no application sees half a click.
+        const bool armed = filter.idle() ? filter.arm(trigger_) : filter.armed();
+        if (armed != wasArmed)
+            log_.write(armed ? "event tap has the button again"
+                             : "another program holds the button; trying again every second");
+        installed_ = wasArmed = armed;
+        if (ending_ || XEventsQueued(x.display(), QueuedAlready) > 0 || !filter.settled())
+            continue;
+        poll(sources, 2, armed ? -1 : retryMilliseconds);
+    }
+}
+
+} // namespace tarvik

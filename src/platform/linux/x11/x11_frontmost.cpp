@@ -1,0 +1,28 @@
+#include "platform/linux/x11/x11_frontmost.h"
+
+#include "platform/linux/x11/x11_applications.h"
+
+#include <utility>
+
+namespace tarvik {
+
+X11Frontmost::X11Frontmost(std::shared_ptr<const DesktopEntries> entries)
+    : entries_(std::move(entries)) {}
+
+void X11Frontmost::watch(const X11Connection& x) {
+    ewmh_ = std::make_unique<X11Ewmh>(x);
+    XSelectInput(x.display(), x.root(), PropertyChangeMask);
+    read();
+}
+
+void X11Frontmost::handle(const XEvent& event) {
+    if (event.type == PropertyNotify && event.xproperty.atom == ewmh_->connection().atoms().activeWindow)
+        read();
+}
+
+void X11Frontmost::read() {
+    const auto window = ewmh_->activeWindow();
+    application_ = window ? applicationId(ewmh_->connection(), *window, *entries_) : std::nullopt;
+}
+
+} // namespace tarvik

@@ -1,0 +1,95 @@
+#include "platform/linux/x11/x11_hold_wheel.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tarvik {
+namespace {
+
+/// Points that a notch scrolls, for consumers of the point field; what common toolkits take for three lines of text.
+constexpr double pointsPerNotch = 45;
+
+ScrollDelta deltaOf(double notches, std::int64_t lines) {
+    return {lines, static_cast<std::int64_t>(std::lround(notches * pointsPerNotch)), notches};
+}
+
+} // namespace
+
+void X11HoldWheel::begin() {
+    axes_.clear();
+    inverted_.clear();
+    own_.clear();
+    for (const auto& [source, axes] : devices_.scrollAxes()) {
+        for (const auto& axis : axes)
+            axes_[source].push_back({axis});
+    }
+}
+
+std::vector<WheelTurn> X11HoldWheel::turns(const XiEvent& event) {
+    std::vector<WheelTurn> turns;
+    if (event.type == XiEventType::press && isWheelButton(event.button) && !event.emulated) {
+        const std::int64_t line = event.button % 2 == 0 ? 1 : -1; // 4 up, 5 down, 6 left, 7 right
+        WheelTurn turn{event.source, std::nullopt, event.button};
+        (event.button <= 5 ? turn.vertical : turn.horizontal) = deltaOf(static_cast<double>(line), line);
+        turns.push_back(turn);
+    }
+    if (event.type != XiEventType::motion)
+        return turns;
+    for (auto& axis : axes_[event.source]) {
+        const auto number = static_cast<std::size_t>(axis.info.number);
+        if (number >= XiEvent::axisCount || !event.reported[number])
+            continue;
+        const double change = event.axes[number] - axis.info.value;
+        axis.info.value = event.axes[number];
+        if (change != 0 && !isOwn(event, axis.info.number, change))
+            turns.push_back(turnOf(event.source, axis, change));
+    }
+    for (auto& turn : turns) {
+        const auto known = inverted_.find(turn.source);
+        turn.directionInverted =
+            known != inverted_.end() ? known->second
+                                     : inverted_.emplace(turn.source, devices_.directionInverted(turn.source)).first->second;
+    }
+    return turns;
+}
+
+WheelTurn X11HoldWheel::turnOf(int source, Axis& axis, double change) const {
+    // Axes grow downwards and to the right, deltas upwards and to the left.
+    const double notches = -change / axis.info.increment;
+    axis.fraction += notches;
+    const double lines = std::trunc(axis.fraction);
+    axis.fraction -= lines;
+    WheelTurn turn{source, axis.info.number, static_cast<int>(std::lround(change))};
+    (axis.info.vertical ? turn.vertical : turn.horizontal) = deltaOf(notches, static_cast<std::int64_t>(lines));
+    return turn;
+}
+
+bool X11HoldWheel::isOwn(const XiEvent& event, int axis, double change) {
+    const auto own = std::find_if(own_.begin(), own_.end(), [&](const OwnTurn& turn) {
+        // Not before the server had our request; an equal turn of the hand in that moment is as good.
+        return event.serial >= turn.serial && event.source == turn.source && axis == turn.axis &&
+               std::lround(change) == turn.amount;
+    });
+    if (own == own_.end())
+        return false;
+    own_.erase(own);
+    return true;
+}
+
+void X11HoldWheel::takeBack(const WheelTurn& turn) {
+    if (!turn.axis || turn.amount == 0)
+        return;
+    own_.push_back({NextRequest(display_), turn.source, *turn.axis, -turn.amount});
+    devices_.fakeScroll(turn.source, *turn.axis, -turn.amount);
+}
+
+void X11HoldWheel::repeat(const WheelTurn& turn) {
+    if (turn.axis) {
+        devices_.fakeScroll(turn.source, *turn.axis, turn.amount);
+    } else {
+        devices_.fakeButton(turn.source, turn.amount, true);
+        devices_.fakeButton(turn.source, turn.amount, false);
+    }
+}
+
+} // namespace tarvik

@@ -1,0 +1,66 @@
+// The wheel while the gesture button is held.
+#pragma once
+
+#include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/xi_event.h"
+#include "ports/pointer_event.h"
+
+#include <deque>
+#include <map>
+#include <optional>
+#include <vector>
+
+namespace tarvik {
+
+/// One movement of a wheel, and what it takes to undo it.
+struct WheelTurn {
+    int source = 0;
+    /// The scroll axis that moved, or nothing where a device has buttons for a wheel.
+    std::optional<int> axis;
+    /// The change of the axis's value, or the button.
+    int amount = 0;
+    ScrollDelta vertical;
+    ScrollDelta horizontal;
+    bool directionInverted = false;
+};
+
+/// Scroll axes are absolute: a movement that we swallow stays in the value, and the application below would make one jump
+/// of it at its next scroll. So each movement is taken back at once, and turned again when it is to reach the application.
+/// Tap's thread.
+class X11HoldWheel {
+public:
+    X11HoldWheel(Display* display, X11Devices& devices) : display_(display), devices_(devices) {}
+
+    /// At the beginning of a hold: learns where the axes stand. One round trip.
+    void begin();
+    /// The turns that an event of the hold tells of, without those that we made ourselves.
+    std::vector<WheelTurn> turns(const XiEvent& event);
+    /// Takes a turn of an axis back; the event of it comes to us, and `turns` leaves it out. While the grab is active.
+    void takeBack(const WheelTurn& turn);
+    /// Makes the turn anew, for whoever gets it.
+    void repeat(const WheelTurn& turn);
+
+private:
+    struct Axis {
+        ScrollAxis info;
+        /// The part of a notch that has not made a line yet.
+        double fraction = 0;
+    };
+    struct OwnTurn {
+        unsigned long serial = 0;
+        int source = 0;
+        int axis = 0;
+        int amount = 0;
+    };
+
+    bool isOwn(const XiEvent& event, int axis, double change);
+    WheelTurn turnOf(int source, Axis& axis, double change) const;
+
+    Display* const display_;
+    X11Devices& devices_;
+    std::map<int, std::vector<Axis>> axes_;
+    std::map<int, bool> inverted_;
+    std::deque<OwnTurn> own_;
+};
+
+} // namespace tarvik

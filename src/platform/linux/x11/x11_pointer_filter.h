@@ -1,0 +1,101 @@
+// The tap's decisions on the X server's events: which presses become holds, and what becomes of a hold.
+#pragma once
+
+#include "platform/linux/x11/x11_button_grab.h"
+#include "platform/linux/x11/x11_click_return.h"
+#include "platform/linux/x11/x11_connection.h"
+#include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/x11_hold_wheel.h"
+#include "platform/linux/x11/x11_server_clock.h"
+#include "platform/linux/x11/xi_queue.h"
+#include "ports/event_tap.h"
+#include "ports/screens.h"
+
+#include <functional>
+#include <optional>
+#include <utility>
+#include <vector>
+
+namespace tarvik {
+
+/// Tap's thread. From the press of the trigger button to the release of the last button that went down meanwhile, all pointer
+/// events come to us. The handler decides about the press and gets every movement, turn of the wheel and the release;
+/// clicks of other buttons during a hold are handed to the application after it.
+class X11PointerFilter {
+public:
+    struct Hooks {
+        EventTap::Handler handler;
+        /// Called before every event that is decided.
+        std::function<void()> beforeEvent;
+        /// Gets what is not of the X Input Extension.
+        std::function<void(const XEvent&)> otherEvent;
+    };
+
+    X11PointerFilter(const X11Connection& x, int opcode, const Screens& screens, Hooks hooks);
+    /// Ends a hold as if its button had never been pressed, and releases the grab.
+    ~X11PointerFilter();
+    X11PointerFilter(const X11PointerFilter&) = delete;
+    X11PointerFilter& operator=(const X11PointerFilter&) = delete;
+
+    /// Grabs the trigger button, or another one than before. False when another client holds it; may be called again.
+    bool arm(TriggerButton trigger);
+    bool armed() const { return grab_.held(); }
+    /// Every event that has been read is dealt with.
+    bool settled() const { return queue_.empty(); }
+    /// No button that matters is held, and nothing waits to be given back.
+    bool idle() const { return !hold_ && !clicks_.waiting(); }
+    /// Deals with everything that has arrived.
+    void process();
+
+    /// The tap's operations, called from the handler.
+    void post(const PointerEvent& event) { posted_.push_back(event); }
+    void afterEvent(std::function<void()> task) { tasks_.push_back(std::move(task)); }
+
+private:
+    struct Hold {
+        int source = 0;
+        int master = 0;
+        int button = 0;
+        /// The release of the trigger has been decided; other buttons are still down.
+        bool decided = false;
+        /// Grabbed by request, so that it does not end by itself: see `passWheel`.
+        bool explicitGrab = false;
+        Point location;
+        /// Other buttons that went down during the hold, and the device of each.
+        std::vector<std::pair<int, int>> others;
+    };
+
+    void process(const XiEvent& event);
+    void press(const XiEvent& event);
+    void motion(const XiEvent& event);
+    void release(const XiEvent& event);
+    void begin(const XiEvent& event);
+    void end(const XiEvent& event);
+    void wheel(const XiEvent& event);
+    void passWheel(const WheelTurn& turn);
+    void devicesChanged();
+    bool isDown(int button) const;
+    void allow(const XiEvent& event, int mode);
+    PointerEvent pointerEvent(const XiEvent& event, PointerEventType type);
+    std::optional<PointerEvent> decide(PointerEvent event);
+
+    const X11Connection& x_;
+    Display* const display_;
+    const Screens& screens_;
+    const Hooks hooks_;
+    XiQueue queue_;
+    X11Devices devices_;
+    X11ButtonGrab grab_;
+    X11ClickReturn clicks_;
+    X11HoldWheel wheel_;
+    X11ServerClock clock_;
+    std::chrono::nanoseconds now_{};
+
+    TriggerButton trigger_ = TriggerButton::right;
+    std::optional<Hold> hold_;
+    std::vector<PointerEvent> posted_;
+    std::vector<ReturnedClick> otherClicks_;
+    std::vector<std::function<void()>> tasks_;
+};
+
+} // namespace tarvik

@@ -1,0 +1,15 @@
+#include "platform/linux/x11/xi_queue.h"
+
+namespace tarvik {
+
+void XiQueue::pull() {
+    while (XPending(display_) > 0) {
+        XEvent other;
+        if (const auto event = nextXiEvent(display_, opcode_, other))
+            events_.push_back(*event);
+        else if (other.type != GenericEvent)
+            other_(other);
+    }
+}
+
+} // namespace tarvik
