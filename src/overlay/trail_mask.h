@@ -54,14 +54,16 @@ public:
     }
     PixelRect bounds() const { return {0, 0, width_, height_}; }
 
-    /// The horizontal runs of pixels of the line inside `area`, without antialiasing: one pixel high, top to bottom.
-    std::vector<PixelRect> runs(const PixelRect& area) const;
+    /// The line inside `area` without antialiasing, as runs in rows of `height` pixels, top to bottom. Rows lie at
+    /// multiples of their height, and may reach out of the area by less than one.
+    std::vector<PixelRect> runs(const PixelRect& area, int height = 1) const;
 
 private:
     struct Free {
         void operator()(void* memory) const { std::free(memory); }
     };
 
+    bool mostlyLine(int x, int top, int bottom) const;
     PixelRect capsule(Point from, Point to);
     Level levelAt(double distance) const;
 

@@ -1,10 +1,10 @@
 // The list of monitors against RandR of a real server.
 #include "platform/linux/x11/x11_screens.h"
+#include "platform/support/event_loop.h"
 
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
-#include <QThread>
 
 #include <xcb/randr.h>
 
@@ -65,16 +65,6 @@ private:
     const xcb_window_t root_;
 };
 
-bool eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 300; ++i) {
-        QCoreApplication::processEvents();
-        if (condition())
-            return true;
-        QThread::msleep(10);
-    }
-    return false;
-}
-
 TEST(X11Screens, FollowsTheMonitorsPrimaryFirstWithoutMirrors) {
     X11MainConnection connection;
     X11Screens screens(connection);
@@ -85,7 +75,7 @@ TEST(X11Screens, FollowsTheMonitorsPrimaryFirstWithoutMirrors) {
 
     Monitors monitors;
     const auto becomes = [&](const std::vector<Screen>& expected) {
-        return eventually([&] { return screens.screens() == expected; });
+        return eventuallyInLoop([&] { return screens.screens() == expected; });
     };
     const Screen left{{0, 0, 640, 800}, 1};
     const Screen right{{640, 0, 640, 800}, 1};

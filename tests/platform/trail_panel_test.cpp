@@ -1,18 +1,18 @@
 // The trail as it reaches the screen: pixels are read back from the server.
 #include "overlay/trail_style.h"
 #include "platform/linux/x11/x11_trail_panels.h"
+#include "platform/support/event_loop.h"
 
 #include <gtest/gtest.h> // before Xlib, whose macros take the names None and Bool
 
 #include <QGuiApplication>
 #include <QPalette>
-#include <QThread>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
 
-#include <functional>
+#include <algorithm>
 
 namespace tarvik {
 namespace {
@@ -24,17 +24,6 @@ constexpr QRgb tooltip = 0xFF303236;
 struct NoLog : LogSink {
     void write(std::string_view) override {}
 };
-
-/// Runs the event loop until the condition holds; false when it does not within a few seconds.
-bool eventually(const std::function<bool()>& condition) {
-    for (int i = 0; i < 300; ++i) {
-        QCoreApplication::processEvents();
-        if (condition())
-            return true;
-        QThread::msleep(10);
-    }
-    return false;
-}
 
 int difference(QRgb a, QRgb b) {
     return std::max({std::abs(qRed(a) - qRed(b)), std::abs(qGreen(a) - qGreen(b)), std::abs(qBlue(a) - qBlue(b))});
@@ -109,7 +98,7 @@ public:
         XTestFakeButtonEvent(display_, 1, True, CurrentTime);
         XTestFakeButtonEvent(display_, 1, False, CurrentTime);
         XFlush(display_);
-        return eventually([&] {
+        return eventuallyInLoop([&] {
             XEvent event;
             while (XCheckTypedEvent(display_, ButtonPress, &event)) {
                 if (event.xbutton.window == sheet_ && event.xbutton.x == x && event.xbutton.y == y)
@@ -152,10 +141,10 @@ struct TrailPanelTest : testing::Test {
         return composited ? over(trailColours(accent & 0xFFFFFF, scale)[TrailMask::fullLevel], paper) : accent;
     }
     bool showsLine(int x, int y) {
-        return eventually([&] { return desktop.shows(x, y, lineColour()); });
+        return eventuallyInLoop([&] { return desktop.shows(x, y, lineColour()); });
     }
     bool showsPaper(int x, int y, int width = 1, int height = 1) {
-        return eventually([&] { return desktop.blank(x, y, width, height); });
+        return eventuallyInLoop([&] { return desktop.blank(x, y, width, height); });
     }
 };
 
@@ -193,7 +182,7 @@ TEST_F(TrailPanelTest, PillStandsBesideThePointerAndMovesWithIt) {
     const QRgb background = composited ? over(qPremultiply((tooltip & 0xFFFFFF) | 0xF7000000), paper) : tooltip;
     const auto showsPill = [&](int x, int y) { return desktop.shows(x, y, background, 6); };
     // 18 right of and below the pointer; the first letter begins 12 further right.
-    ASSERT_TRUE(eventually([&] { return showsPill(400 + 18 + 6, 300 + 18 + 16); }));
+    ASSERT_TRUE(eventuallyInLoop([&] { return showsPill(400 + 18 + 6, 300 + 18 + 16); }));
     EXPECT_TRUE(showsPill(400 + 18 + 20, 300 + 18 + 3));
     EXPECT_TRUE(desktop.blank(400 + 18, 300 + 18, 2, 2)); // the corner is round
     EXPECT_TRUE(desktop.blank(400 + 10, 300 + 16 + 18, 8, 1));
@@ -203,7 +192,7 @@ TEST_F(TrailPanelTest, PillStandsBesideThePointerAndMovesWithIt) {
     EXPECT_GT(light, 3); // letters
 
     draw({{400, 500}}, "Back");
-    ASSERT_TRUE(eventually([&] { return showsPill(400 + 18 + 6, 500 + 18 + 16); }));
+    ASSERT_TRUE(eventuallyInLoop([&] { return showsPill(400 + 18 + 6, 500 + 18 + 16); }));
     EXPECT_TRUE(showsPaper(418, 318, 150, 60));
     EXPECT_TRUE(showsLine(400, 330));
 
@@ -212,7 +201,7 @@ TEST_F(TrailPanelTest, PillStandsBesideThePointerAndMovesWithIt) {
 
     // Over its own line, and back.
     draw({{440, 540}, {460, 560}, {400, 510}}, "Back");
-    ASSERT_TRUE(eventually([&] { return showsPill(400 + 18 + 6, 510 + 18 + 16); }));
+    ASSERT_TRUE(eventuallyInLoop([&] { return showsPill(400 + 18 + 6, 510 + 18 + 16); }));
     draw({{100, 510}}, "Back");
     EXPECT_TRUE(showsLine(440, 540));
 }
@@ -241,7 +230,7 @@ TEST_F(TrailPanelTest, StaysAboveWindowsThatComeLater) {
     draw({{200, 300}, {600, 300}});
     ASSERT_TRUE(showsLine(400, 300));
     const ::Window later = desktop.plainWindow(250, 200, 300, 200, accent);
-    ASSERT_TRUE(eventually([&] { return desktop.shows(260, 210, accent); }));
+    ASSERT_TRUE(eventuallyInLoop([&] { return desktop.shows(260, 210, accent); }));
     desktop.clearTo(later, paper);
     EXPECT_TRUE(showsPaper(260, 210));
     EXPECT_TRUE(showsLine(400, 300));
@@ -261,7 +250,7 @@ TEST_F(DoubleScaleTest, DrawsTwiceAsLarge) {
         solid += desktop.shows(400, y, lineColour(2), 20);
     EXPECT_NEAR(solid, 2 * trailStyle::lineWidth, 1);
     EXPECT_TRUE(desktop.blank(600 + 20, 300 + 30, 100, 5));
-    EXPECT_TRUE(eventually([&] { return desktop.shows(600 + 36 + 12, 300 + 36 + 32, tooltip, 12); }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return desktop.shows(600 + 36 + 12, 300 + 36 + 32, tooltip, 12); }));
 }
 
 TEST_F(TrailPanelTest, OnlyItsOwnScreenShowsIt) {
@@ -284,12 +273,12 @@ TEST_F(LastTrailPanelTest, SurvivesTheEndOfTheCompositingManager) {
     draw({{200, 300}, {600, 300}}, "Back");
     ASSERT_TRUE(showsLine(400, 300));
     desktop.endCompositor();
-    EXPECT_TRUE(eventually([&] { return desktop.shows(400, 300, accent); }));
-    EXPECT_TRUE(eventually([&] { return desktop.shows(624, 334, tooltip); }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return desktop.shows(400, 300, accent); }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return desktop.shows(624, 334, tooltip); }));
     EXPECT_TRUE(showsPaper(0, 0, 1280, 280));
     EXPECT_TRUE(showsPaper(0, 400, 1280, 400));
     draw({{600, 600}}, "Back");
-    EXPECT_TRUE(eventually([&] { return desktop.shows(600, 500, accent); }));
+    EXPECT_TRUE(eventuallyInLoop([&] { return desktop.shows(600, 500, accent); }));
 }
 
 } // namespace
