@@ -14,7 +14,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // Far above what a system has; they bound the time that a strange folder can take.
-constexpr std::size_t maxFileSize = 256 * 1024;
+constexpr std::size_t maxFileSize = 262'144;
 constexpr std::size_t maxEntries = 20'000;
 constexpr int maxDepth = 4;
 constexpr std::string_view suffix = ".desktop";

@@ -44,6 +44,12 @@ BusReply::Outcome outcomeOf(const QDBusMessage& reply) {
 } // namespace
 
 SessionBus::~SessionBus() {
+    disconnect();
+}
+
+void SessionBus::disconnect() {
+    if (!connection_)
+        return; // the bus library starts a thread at its first use, even to disconnect
     connection_.reset();
     QDBusConnection::disconnectFromBus(connectionName(this));
 }
@@ -51,12 +57,10 @@ SessionBus::~SessionBus() {
 bool SessionBus::connect() {
     if (connection_ && connection_->isConnected())
         return true;
+    disconnect();
     if (!hasAddress())
         return false;
-    const auto name = connectionName(this);
-    connection_.reset();
-    QDBusConnection::disconnectFromBus(name);
-    connection_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, name);
+    connection_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(this));
     return connection_->isConnected();
 }
 

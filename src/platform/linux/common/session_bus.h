@@ -41,6 +41,7 @@ public:
 
 private:
     bool connect();
+    void disconnect();
 
     std::optional<QDBusConnection> connection_;
 };

@@ -4,7 +4,7 @@
 
 namespace tarvik {
 
-std::unique_ptr<X11ActionsPlatform> X11ActionsPlatform::open(std::shared_ptr<const DesktopEntries> entries,
+std::unique_ptr<X11ActionsPlatform> X11ActionsPlatform::open(const std::shared_ptr<const DesktopEntries>& entries,
                                                              LogSink& log, std::function<void()> lost) {
     auto x = X11Connection::open([&log, lost = std::move(lost)] {
         log.write("the display server has gone");

@@ -21,7 +21,7 @@ class X11ActionsPlatform {
 public:
     /// Null when the display does not answer. `lost` is called once, on the actions' thread, when the connection
     /// breaks.
-    static std::unique_ptr<X11ActionsPlatform> open(std::shared_ptr<const DesktopEntries> entries, LogSink& log,
+    static std::unique_ptr<X11ActionsPlatform> open(const std::shared_ptr<const DesktopEntries>& entries, LogSink& log,
                                                     std::function<void()> lost);
     X11ActionsPlatform(const X11ActionsPlatform&) = delete;
     X11ActionsPlatform& operator=(const X11ActionsPlatform&) = delete;

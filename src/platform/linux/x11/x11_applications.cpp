@@ -42,8 +42,8 @@ std::optional<std::string> applicationId(const X11Connection& x, XWindow window,
 }
 
 std::optional<std::string> applicationName(const X11Connection& x, XWindow window, const DesktopEntries& entries) {
-    auto application = applicationOf(x, window, entries);
-    return unlessEmpty(application.entry ? application.entry->name : std::move(application.ownName));
+    const auto application = applicationOf(x, window, entries);
+    return unlessEmpty(application.entry ? application.entry->name : application.ownName);
 }
 
 X11Workspace::X11Workspace(const X11Ewmh& ewmh, std::shared_ptr<const DesktopEntries> entries)
