@@ -1,6 +1,7 @@
 #include "platform/linux/x11/x11_click_return.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace tarvik {
 namespace {
@@ -60,6 +61,7 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     if (isDown(click.button))
         return Outcome::later;
     pending.uncertain = false;
+    const auto known = static_cast<std::ptrdiff_t>(queue_.waiting().size());
 
     // Whatever has to be asked of the server is asked before the grab opens.
     devices_.prepare(click.source);
@@ -74,11 +76,12 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     queue_.pull();
     bool between = false;
     bool grabbed = false;
-    for (const auto& event : queue_.waiting()) {
-        const bool own = event.source == click.source && event.serial == pressRequest;
-        if (event.type == XiEventType::rawPress && event.button == click.button)
-            between |= !own && event.serial <= pressRequest;
-        grabbed |= event.type == XiEventType::press && event.button == trigger && !event.reportsPosition();
+    const auto& events = queue_.waiting();
+    for (auto event = events.begin() + known; event != events.end(); ++event) {
+        const bool own = event->source == click.source && event->serial == pressRequest;
+        if (event->type == XiEventType::rawPress && event->button == click.button)
+            between |= !own && event->serial <= pressRequest;
+        grabbed |= event->type == XiEventType::press && event->button == trigger && !event->reportsPosition();
     }
     // A device that is frozen by a new hold keeps our click in the server's queue: it may still surface.
     pending.uncertain = between && grabbed;

@@ -19,6 +19,7 @@ void X11HoldWheel::begin() {
     axes_.clear();
     inverted_.clear();
     own_.clear();
+    repeated_.clear();
     for (const auto& [source, axes] : devices_.scrollAxes()) {
         for (const auto& axis : axes)
             axes_[source].push_back({axis});
@@ -35,6 +36,7 @@ std::vector<WheelTurn> X11HoldWheel::turns(const XiEvent& event) {
     }
     if (event.type != XiEventType::motion)
         return turns;
+    catchUp(event);
     for (auto& axis : axes_[event.source]) {
         const auto number = static_cast<std::size_t>(axis.info.number);
         if (number >= XiEvent::axisCount || !event.reported[number])
@@ -76,6 +78,15 @@ bool X11HoldWheel::isOwn(const XiEvent& event, int axis, double change) {
     return true;
 }
 
+void X11HoldWheel::catchUp(const XiEvent& event) {
+    while (!repeated_.empty() && event.serial >= repeated_.front().serial) {
+        const auto& turn = repeated_.front();
+        for (auto& axis : axes_[turn.source])
+            axis.info.value += axis.info.number == turn.axis ? turn.amount : 0;
+        repeated_.pop_front();
+    }
+}
+
 void X11HoldWheel::takeBack(const WheelTurn& turn) {
     if (!turn.axis || turn.amount == 0)
         return;
@@ -85,6 +96,7 @@ void X11HoldWheel::takeBack(const WheelTurn& turn) {
 
 void X11HoldWheel::repeat(const WheelTurn& turn) {
     if (turn.axis) {
+        repeated_.push_back({NextRequest(display_), turn.source, *turn.axis, turn.amount});
         devices_.fakeScroll(turn.source, *turn.axis, turn.amount);
     } else {
         devices_.fakeButton(turn.source, turn.amount, true);

@@ -37,7 +37,7 @@ public:
     std::vector<WheelTurn> turns(const XiEvent& event);
     /// Takes a turn of an axis back; the event of it comes to us, and `turns` leaves it out. While the grab is active.
     void takeBack(const WheelTurn& turn);
-    /// Makes the turn anew, for whoever gets it.
+    /// Makes the turn anew, for an application. While the grab is open.
     void repeat(const WheelTurn& turn);
 
 private:
@@ -46,6 +46,7 @@ private:
         /// The part of a notch that has not made a line yet.
         double fraction = 0;
     };
+    /// A turn of ours, and the request that made it.
     struct OwnTurn {
         unsigned long serial = 0;
         int source = 0;
@@ -54,13 +55,17 @@ private:
     };
 
     bool isOwn(const XiEvent& event, int axis, double change);
+    /// Brings the values of the axes to where they were before the event.
+    void catchUp(const XiEvent& event);
     WheelTurn turnOf(int source, Axis& axis, double change) const;
 
     Display* const display_;
     X11Devices& devices_;
     std::map<int, std::vector<Axis>> axes_;
     std::map<int, bool> inverted_;
+    /// Those whose events come to us, and those whose events went to an application.
     std::deque<OwnTurn> own_;
+    std::deque<OwnTurn> repeated_;
 };
 
 } // namespace tarvik

@@ -1,7 +1,5 @@
 #include "platform/linux/x11/x11_pointer_filter.h"
 
-#include "platform/linux/x11/x11_error_trap.h"
-
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
@@ -92,7 +90,7 @@ void X11PointerFilter::process(const XiEvent& event) {
             motion(event);
         break;
     case XiEventType::release:
-        if (hold_)
+        if (hold_ && !isOwn(event))
             release(event);
         break;
     case XiEventType::rawPress:
@@ -108,7 +106,9 @@ void X11PointerFilter::process(const XiEvent& event) {
 }
 
 void X11PointerFilter::press(const XiEvent& event) {
-    if (hold_ && event.master == hold_->master) {
+    if (isOwn(event)) {
+        allow(event, XIAsyncDevice);
+    } else if (hold_ && event.master == hold_->master) {
         allow(event, XIAsyncDevice);
         if (isWheelButton(event.button))
             wheel(event);
@@ -127,7 +127,7 @@ void X11PointerFilter::begin(const XiEvent& event) {
         allow(event, XIReplayDevice);
         return;
     }
-    hold_.emplace(Hold{event.source, event.master, event.button, false, false, event.location, {}});
+    hold_.emplace(Hold{event.source, event.master, event.button, false, event.location, {}});
     clicks_.watch();
     allow(event, XIAsyncDevice);
     wheel_.begin();
@@ -154,47 +154,37 @@ void X11PointerFilter::wheel(const XiEvent& event) {
 }
 
 void X11PointerFilter::passWheel(const WheelTurn& turn) {
-    // The application gets nothing while the grab is active. A grab that was opened cannot come back by itself with the
-    // button down, so it is asked for; and the hand may have let go in that moment, which nobody would tell us.
-    XIUngrabDevice(display_, hold_->master, CurrentTime);
-    wheel_.repeat(turn);
-    unsigned char bits[holdEventMaskSize] = {};
-    selectHoldEvents(bits);
-    XIEventMask mask{hold_->master, holdEventMaskSize, bits};
-    XIGrabDevice(display_, hold_->master, x_.root(), CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False, &mask);
-    hold_->explicitGrab = true;
-    if (isDown(hold_->button))
+    // The grab lives as long as a button is down, and an application that gets a wheel's button while another one is down
+    // keeps the pointer until that one is up. So the trigger goes up for the moment of the turn, as far as the server knows,
+    // and its new press brings the grab back. With other buttons down the turn is dropped.
+    if (!hold_->others.empty())
         return;
+    devices_.prepare(hold_->source);
+    const int place[2] = {static_cast<int>(hold_->location.x), static_cast<int>(hold_->location.y)};
+    const auto releaseRequest = NextRequest(display_);
+    expected_.emplace_back(XiEventType::release, releaseRequest);
+    devices_.fakeButton(hold_->source, hold_->button, false);
+    wheel_.repeat(turn);
+    expected_.emplace_back(XiEventType::press, NextRequest(display_));
+    devices_.fakeButton(hold_->source, hold_->button, true, place);
+    XSync(display_, False);
     queue_.pull();
+    // Had the hand let go before, our press would hold the button for ever.
     const auto& events = queue_.waiting();
-    const bool told = std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
-        return event.type == XiEventType::release && event.button == hold_->button;
+    const bool letGo = std::any_of(events.begin(), events.end(), [this, releaseRequest](const XiEvent& event) {
+        return event.type == XiEventType::release && event.button == hold_->button && event.serial < releaseRequest;
     });
-    if (!told) {
-        XiEvent release;
-        release.type = XiEventType::release;
-        release.button = hold_->button;
-        release.source = hold_->source;
-        release.master = hold_->master;
-        release.location = hold_->location;
-        queue_.push(release);
-    }
+    if (letGo)
+        devices_.fakeButton(hold_->source, hold_->button, false);
 }
 
-bool X11PointerFilter::isDown(int button) const {
-    ::Window root = None;
-    ::Window child = None;
-    double unused = 0;
-    XIButtonState buttons{};
-    XIModifierState modifiers{};
-    XIGroupState group{};
-    const X11ErrorTrap vanishedMaster(display_);
-    if (!XIQueryPointer(display_, hold_->master, x_.root(), &root, &child, &unused, &unused, &unused, &unused, &buttons,
-                        &modifiers, &group))
+bool X11PointerFilter::isOwn(const XiEvent& event) {
+    // The server deals with what a request fakes before it reads the next one, so the serial number tells.
+    const auto own = std::find(expected_.begin(), expected_.end(), std::pair(event.type, event.serial));
+    if (own == expected_.end())
         return false;
-    const bool down = button < buttons.mask_len * 8 && XIMaskIsSet(buttons.mask, button);
-    XFree(buttons.mask);
-    return down;
+    expected_.erase(expected_.begin(), own + 1);
+    return true;
 }
 
 void X11PointerFilter::release(const XiEvent& event) {
@@ -216,12 +206,10 @@ void X11PointerFilter::release(const XiEvent& event) {
         stillDown.reset(static_cast<std::size_t>(wheelButton));
     // The server keeps the grab until the last button is up, and what we gave back before that would come to us.
     if (stillDown.none())
-        end(event);
+        end();
 }
 
-void X11PointerFilter::end(const XiEvent& event) {
-    if (hold_->explicitGrab)
-        XIUngrabDevice(display_, hold_->master, event.time);
+void X11PointerFilter::end() {
     hold_.reset();
     for (const auto& posted : std::exchange(posted_, {})) {
         // A click is posted as press and release; the device makes both.

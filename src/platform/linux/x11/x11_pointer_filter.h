@@ -11,6 +11,7 @@
 #include "ports/event_tap.h"
 #include "ports/screens.h"
 
+#include <deque>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -58,8 +59,6 @@ private:
         int button = 0;
         /// The release of the trigger has been decided; other buttons are still down.
         bool decided = false;
-        /// Grabbed by request, so that it does not end by itself: see `passWheel`.
-        bool explicitGrab = false;
         Point location;
         /// Other buttons that went down during the hold, and the device of each.
         std::vector<std::pair<int, int>> others;
@@ -70,11 +69,11 @@ private:
     void motion(const XiEvent& event);
     void release(const XiEvent& event);
     void begin(const XiEvent& event);
-    void end(const XiEvent& event);
+    void end();
     void wheel(const XiEvent& event);
     void passWheel(const WheelTurn& turn);
     void devicesChanged();
-    bool isDown(int button) const;
+    bool isOwn(const XiEvent& event);
     void allow(const XiEvent& event, int mode);
     PointerEvent pointerEvent(const XiEvent& event, PointerEventType type);
     std::optional<PointerEvent> decide(PointerEvent event);
@@ -93,6 +92,8 @@ private:
 
     TriggerButton trigger_ = TriggerButton::right;
     std::optional<Hold> hold_;
+    /// Events that our own requests will bring, in order; see `passWheel`.
+    std::deque<std::pair<XiEventType, unsigned long>> expected_;
     std::vector<PointerEvent> posted_;
     std::vector<ReturnedClick> otherClicks_;
     std::vector<std::function<void()>> tasks_;

@@ -21,8 +21,6 @@ public:
     /// Takes over everything that the server has sent. Waits for nothing.
     void pull();
 
-    /// As if the server had sent it last.
-    void push(const XiEvent& event) { events_.push_back(event); }
     bool empty() const { return events_.empty(); }
     XiEvent pop() {
         const auto event = events_.front();
