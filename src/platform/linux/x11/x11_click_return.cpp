@@ -49,7 +49,7 @@ void X11ClickReturn::follow(const XiEvent& event) { update(down_, event); }
 
 bool X11ClickReturn::surfaced(const XiEvent& press) {
     if (pending_.empty() || !pending_.front().uncertain || !press.reportsPosition() ||
-        press.source != pending_.front().click.source)
+        press.source != devices_.prepare(pending_.front().click.source))
         return false;
     pending_.pop_front();
     waiting_ = !pending_.empty();
@@ -64,13 +64,13 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     const auto known = static_cast<std::ptrdiff_t>(queue_.waiting().size());
 
     // Whatever has to be asked of the server is asked before the grab opens.
-    devices_.prepare(click.source);
+    const int device = devices_.prepare(click.source);
     const int place[2] = {click.x, click.y};
     const int trigger = grab_.button();
     grab_.release();
     const auto pressRequest = NextRequest(display_);
-    devices_.fakeButton(click.source, click.button, true, place);
-    devices_.fakeButton(click.source, click.button, false);
+    devices_.fakeButton(device, click.button, true, place);
+    devices_.fakeButton(device, click.button, false);
     grab_.grab(trigger); // waits for the answer: all of this has happened now
 
     queue_.pull();
@@ -78,8 +78,8 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     bool grabbed = false;
     const auto& events = queue_.waiting();
     for (auto event = events.begin() + known; event != events.end(); ++event) {
-        const bool own = event->source == click.source && event->serial == pressRequest;
-        if (event->type == XiEventType::rawPress && event->button == click.button)
+        const bool own = event->source == device && event->serial == pressRequest;
+        if (event->type == XiEventType::rawPress && devices_.buttons().logical(event->button) == click.button)
             between |= !own && event->serial <= pressRequest;
         grabbed |= event->type == XiEventType::press && event->button == trigger && !event->reportsPosition();
     }
@@ -92,7 +92,9 @@ bool X11ClickReturn::isDown(int button) const {
     auto down = down_;
     for (const auto& event : queue_.waiting())
         update(down, event);
-    return std::any_of(down.begin(), down.end(), [button](const auto& pressed) { return pressed.second == button; });
+    return std::any_of(down.begin(), down.end(), [this, button](const auto& pressed) {
+        return devices_.buttons().logical(pressed.second) == button;
+    });
 }
 
 } // namespace tarvik

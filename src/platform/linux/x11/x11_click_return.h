@@ -66,7 +66,7 @@ private:
     X11Devices& devices_;
     X11ButtonGrab& grab_;
     std::deque<Pending> pending_;
-    /// The buttons that are down, as (device, button), by the raw events so far.
+    /// What is down, as (device, its switch), by the raw events so far.
     std::set<std::pair<int, int>> down_;
     bool watching_ = false;
     bool waiting_ = false;

@@ -6,7 +6,8 @@
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/XTest.h>
 
-#include <cmath>
+#include <cstring>
+#include <string_view>
 
 namespace tarvik {
 namespace {
@@ -34,6 +35,25 @@ std::vector<ScrollAxis> axesOf(const XIDeviceInfo& device) {
         }
     }
     return axes;
+}
+
+/// Whether the server leaves the device's positions as they are.
+bool hasIdentityMatrix(Display* display, int source) {
+    const Atom property = XInternAtom(display, "Coordinate Transformation Matrix", True);
+    const Atom floatType = XInternAtom(display, "FLOAT", True);
+    Atom type = None;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    if (property == None ||
+        XIGetProperty(display, source, property, 0, 9, False, floatType, &type, &format, &count, &left, &data) != Success)
+        return true;
+    static constexpr float identity[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
+    const bool same = type != floatType || format != 32 || count != 9 || std::memcmp(data, identity, sizeof identity) == 0;
+    if (data)
+        XFree(data);
+    return same;
 }
 
 } // namespace
@@ -68,12 +88,45 @@ bool X11Devices::directionInverted(int source) const {
     return inverted;
 }
 
+int X11Devices::prepare(int source) {
+    const auto known = placed_.find(source);
+    if (known != placed_.end())
+        return known->second;
+    const int device = hasScreenCoordinates(source) ? source : testPointer().value_or(source);
+    opened(source);
+    opened(device);
+    return placed_.emplace(source, device).first->second;
+}
+
+bool X11Devices::hasScreenCoordinates(int source) const {
+    const X11ErrorTrap vanishedDevice(display_);
+    int count = 0;
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> device(XIQueryDevice(display_, source, &count));
+    for (int i = 0; device && i < device->num_classes; ++i) {
+        const auto& axis = *reinterpret_cast<const XIValuatorClassInfo*>(device->classes[i]);
+        if (axis.type == XIValuatorClass && axis.number <= 1 && axis.mode == XIModeAbsolute)
+            return false;
+    }
+    return hasIdentityMatrix(display_, source);
+}
+
+std::optional<int> X11Devices::testPointer() const {
+    int count = 0;
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(XIQueryDevice(display_, XIAllDevices, &count));
+    for (int i = 0; devices && i < count; ++i) {
+        const auto& device = devices.get()[i];
+        if (device.use == XISlavePointer && std::string_view(device.name).find("XTEST") != std::string_view::npos)
+            return device.deviceid;
+    }
+    return std::nullopt;
+}
+
 void X11Devices::fakeButton(int source, int button, bool press, const int* place) {
     auto* device = opened(source);
     if (!device)
         return;
     int axes[2] = {place ? place[0] : 0, place ? place[1] : 0};
-    XTestFakeDeviceButtonEvent(display_, device, static_cast<unsigned>(button), press, place ? axes : nullptr,
+    XTestFakeDeviceButtonEvent(display_, device, static_cast<unsigned>(buttons_.physical(button)), press, place ? axes : nullptr,
                                place ? 2 : 0, CurrentTime);
 }
 

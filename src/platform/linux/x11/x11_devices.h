@@ -1,11 +1,14 @@
 // The pointing devices of the server, for input that is put back as if the device itself had sent it.
 #pragma once
 
+#include "platform/linux/x11/x11_button_map.h"
+
 #include <X11/Xlib.h>
 #include <X11/extensions/XInput.h>
 
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace tarvik {
@@ -23,22 +26,31 @@ struct ScrollAxis {
 /// Tap's thread. A device that has gone has no axes and takes no input.
 class X11Devices {
 public:
-    explicit X11Devices(Display* display) : display_(display) {}
+    explicit X11Devices(Display* display) : display_(display) { buttons_.read(display); }
+
+    /// Buttons here and in every event of a grab are those that the user means; see x11_button_map.h.
+    const X11ButtonMap& buttons() const { return buttons_; }
+    void mappingChanged() { buttons_.read(display_); }
 
     /// The scroll axes of every slave pointer. One round trip.
     std::map<int, std::vector<ScrollAxis>> scrollAxes() const;
     /// Whether the user has inverted the device's scrolling ("natural scrolling"). One round trip.
     bool directionInverted(int source) const;
 
-    /// Opens the device, so that a fake event of it is one request and asks nothing. A round trip the first time.
-    void prepare(int source) { opened(source); }
+    /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time. Answers
+    /// the device that can put the pointer to an exact place: the device itself, or the server's own test pointer where the
+    /// device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse).
+    int prepare(int source);
     /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports its
     /// axes, which a press from a hand never does.
     void fakeButton(int source, int button, bool press, const int* place = nullptr);
     /// Turns a scroll axis as the device would.
     void fakeScroll(int source, int axis, int delta);
     /// Forgets the devices that were opened; after the list of devices has changed.
-    void forget() { opened_.clear(); }
+    void forget() {
+        opened_.clear();
+        placed_.clear();
+    }
 
 private:
     struct Close {
@@ -46,9 +58,13 @@ private:
         void operator()(XDevice* device) const;
     };
     XDevice* opened(int source);
+    bool hasScreenCoordinates(int source) const;
+    std::optional<int> testPointer() const;
 
     Display* const display_;
+    X11ButtonMap buttons_;
     std::map<int, std::unique_ptr<XDevice, Close>> opened_;
+    std::map<int, int> placed_;
 };
 
 } // namespace tarvik

@@ -1,7 +1,5 @@
 #include "platform/linux/x11/x11_main_connection.h"
 
-#include <QMetaObject>
-
 #include <cstring>
 #include <utility>
 
@@ -15,6 +13,8 @@ X11MainConnection::X11MainConnection() : connection_(xcb_connect(nullptr, &scree
         xcb_screen_next(&screens);
     screen_ = screens.data;
     notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(get()), QSocketNotifier::Read);
+    soon_.setSingleShot(true);
+    QObject::connect(&soon_, &QTimer::timeout, &soon_, [this] { dispatch(); });
     QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { dispatch(); });
 }
 
@@ -41,8 +41,7 @@ std::shared_ptr<void> X11MainConnection::addHandler(EventHandler handler) {
 
 void X11MainConnection::dispatchSoon() {
     if (notifier_)
-        QMetaObject::invokeMethod(
-            notifier_.get(), [this] { dispatch(); }, Qt::QueuedConnection);
+        soon_.start();
 }
 
 void X11MainConnection::dispatch() {

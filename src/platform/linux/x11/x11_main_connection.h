@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QSocketNotifier>
+#include <QTimer>
 
 #include <xcb/xcb.h>
 
@@ -59,6 +60,7 @@ private:
     const xcb_screen_t* screen_ = nullptr;
     std::vector<std::weak_ptr<EventHandler>> handlers_;
     std::unique_ptr<QSocketNotifier> notifier_;
+    QTimer soon_;
 };
 
 } // namespace tarvik

@@ -45,7 +45,7 @@ X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Scr
     , display_(x.display())
     , screens_(screens)
     , hooks_(std::move(hooks))
-    , queue_(display_, opcode, hooks_.otherEvent)
+    , queue_(display_, opcode, [this](const XEvent& event) { otherEvent(event); })
     , devices_(display_)
     , grab_(display_, x.root())
     , clicks_(display_, x.root(), queue_, devices_, grab_)
@@ -160,13 +160,12 @@ void X11PointerFilter::passWheel(const WheelTurn& turn) {
     if (!hold_->others.empty())
         return;
     devices_.prepare(hold_->source);
-    const int place[2] = {static_cast<int>(hold_->location.x), static_cast<int>(hold_->location.y)};
     const auto releaseRequest = NextRequest(display_);
     expected_.emplace_back(XiEventType::release, releaseRequest);
     devices_.fakeButton(hold_->source, hold_->button, false);
     wheel_.repeat(turn);
     expected_.emplace_back(XiEventType::press, NextRequest(display_));
-    devices_.fakeButton(hold_->source, hold_->button, true, place);
+    devices_.fakeButton(hold_->source, hold_->button, true);
     XSync(display_, False);
     queue_.pull();
     // Had the hand let go before, our press would hold the button for ever.
@@ -228,6 +227,13 @@ void X11PointerFilter::end() {
     XSync(display_, False);
     for (const auto& task : std::exchange(tasks_, {}))
         task();
+}
+
+void X11PointerFilter::otherEvent(const XEvent& event) {
+    if (event.type == MappingNotify && event.xmapping.request == MappingPointer)
+        devices_.mappingChanged();
+    else
+        hooks_.otherEvent(event);
 }
 
 void X11PointerFilter::devicesChanged() {

@@ -73,6 +73,7 @@ private:
     void wheel(const XiEvent& event);
     void passWheel(const WheelTurn& turn);
     void devicesChanged();
+    void otherEvent(const XEvent& event);
     bool isOwn(const XiEvent& event);
     void allow(const XiEvent& event, int mode);
     PointerEvent pointerEvent(const XiEvent& event, PointerEventType type);
