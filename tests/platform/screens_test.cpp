@@ -2,13 +2,11 @@
 #include "platform/linux/x11/x11_screens.h"
 #include "platform/support/event_loop.h"
 
-#include <gtest/gtest.h>
+#include <gtest/gtest.h> // before Xlib, whose macros take the names None and Bool
 
 #include <QGuiApplication>
 
-#include <xcb/randr.h>
-
-#include <cstring>
+#include <X11/extensions/Xrandr.h>
 
 namespace tarvik {
 namespace {
@@ -26,43 +24,40 @@ TEST(X11UnitsPerPoint, FirstAnswerAboveOneCounts) {
 /// Changes the list of monitors as "xrandr --setmonitor" does.
 class Monitors {
 public:
-    Monitors() : xcb_(xcb_connect(nullptr, nullptr)), root_(xcb_setup_roots_iterator(xcb_get_setup(xcb_)).data->root) {}
-    ~Monitors() { xcb_disconnect(xcb_); }
+    Monitors()
+        : display_(XOpenDisplay(nullptr))
+        , root_(DefaultRootWindow(display_))
+        , resources_(XRRGetScreenResourcesCurrent(display_, root_)) {}
+    ~Monitors() {
+        XRRFreeScreenResources(resources_);
+        XCloseDisplay(display_);
+    }
     Monitors(const Monitors&) = delete;
     Monitors& operator=(const Monitors&) = delete;
 
     /// One that owns the real output takes the place of the monitor that the server makes of it.
-    void set(const char* name, std::int16_t x, std::uint16_t width, bool primary, bool ownsOutput) {
-        struct {
-            xcb_randr_monitor_info_t info;
-            xcb_randr_output_t output;
-        } monitor{
-            {.name = atom(name), .primary = primary, .nOutput = ownsOutput, .x = x, .width = width, .height = 800},
-            output()};
-        xcb_randr_set_monitor(xcb_, root_, &monitor.info);
-        xcb_flush(xcb_);
+    void set(const char* name, int x, int width, bool primary, bool ownsOutput) {
+        XRRMonitorInfo monitor{.name = atom(name),
+                               .primary = primary,
+                               .noutput = ownsOutput,
+                               .x = x,
+                               .width = width,
+                               .height = 800,
+                               .outputs = resources_->outputs};
+        XRRSetMonitor(display_, root_, &monitor);
+        XFlush(display_);
     }
     void remove(const char* name) {
-        xcb_randr_delete_monitor(xcb_, root_, atom(name));
-        xcb_flush(xcb_);
+        XRRDeleteMonitor(display_, root_, atom(name));
+        XFlush(display_);
     }
 
 private:
-    xcb_atom_t atom(const char* name) {
-        const XcbReply<xcb_intern_atom_reply_t> reply(xcb_intern_atom_reply(
-            xcb_, xcb_intern_atom(xcb_, false, static_cast<std::uint16_t>(std::strlen(name)), name), nullptr));
-        return reply->atom;
-    }
+    Atom atom(const char* name) { return XInternAtom(display_, name, False); }
 
-    xcb_randr_output_t output() {
-        const XcbReply<xcb_randr_get_screen_resources_current_reply_t> reply(
-            xcb_randr_get_screen_resources_current_reply(xcb_, xcb_randr_get_screen_resources_current(xcb_, root_),
-                                                         nullptr));
-        return xcb_randr_get_screen_resources_current_outputs(reply.get())[0];
-    }
-
-    xcb_connection_t* const xcb_;
-    const xcb_window_t root_;
+    Display* const display_;
+    const ::Window root_;
+    XRRScreenResources* const resources_;
 };
 
 TEST(X11Screens, FollowsTheMonitorsPrimaryFirstWithoutMirrors) {

@@ -74,6 +74,7 @@ public:
     std::vector<QRgb> row(int x, int y, int width) const {
         XImage* image = XGetImage(display_, root_, x, y, static_cast<unsigned>(width), 1, AllPlanes, ZPixmap);
         std::vector<QRgb> result;
+        result.reserve(static_cast<std::size_t>(width));
         for (int i = 0; i < width; ++i)
             result.push_back(static_cast<QRgb>(XGetPixel(image, i, 0)) | 0xFF000000);
         XDestroyImage(image);
