@@ -6,6 +6,9 @@
 namespace tarvik {
 namespace {
 
+/// A click whose device has gone, or whose button never comes up, must not hold up those behind it.
+constexpr int maxAttempts = 5;
+
 void update(std::set<std::pair<int, int>>& down, const XiEvent& event) {
     if (event.type == XiEventType::rawPress)
         down.insert({event.source, event.button});
@@ -36,10 +39,14 @@ void X11ClickReturn::settle() {
         // A hold that has begun meanwhile comes first; its end settles the rest.
         queue_.pull();
         const auto& events = queue_.waiting();
-        if (std::any_of(events.begin(), events.end(), [](const XiEvent& e) { return e.type == XiEventType::press; }))
-            { waiting_ = true; return; }
-        if (giveBack(pending_.front()) == Outcome::later)
-            { waiting_ = true; return; }
+        if (std::any_of(events.begin(), events.end(), [](const XiEvent& e) { return e.type == XiEventType::press; })) {
+            waiting_ = true;
+            return;
+        }
+        if (giveBack(pending_.front()) == Outcome::later && ++pending_.front().attempts < maxAttempts) {
+            waiting_ = true;
+            return;
+        }
         pending_.pop_front();
     }
     unwatchIfDone();
@@ -74,18 +81,34 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     grab_.grab(trigger); // waits for the answer: all of this has happened now
 
     queue_.pull();
-    bool between = false;
-    bool grabbed = false;
     const auto& events = queue_.waiting();
-    for (auto event = events.begin() + known; event != events.end(); ++event) {
-        const bool own = event->source == device && event->serial == pressRequest;
-        if (event->type == XiEventType::rawPress && devices_.buttons().logical(event->button) == click.button)
-            between |= !own && event->serial <= pressRequest;
-        grabbed |= event->type == XiEventType::press && event->button == trigger && !event->reportsPosition();
-    }
+    const auto fresh = events.begin() + known;
+    if (!merged(fresh, events.end(), device, click.button, pressRequest))
+        return Outcome::given;
     // A device that is frozen by a new hold keeps our click in the server's queue: it may still surface.
-    pending.uncertain = between && grabbed;
-    return between ? Outcome::later : Outcome::given;
+    pending.uncertain = std::any_of(fresh, events.end(), [trigger](const XiEvent& event) {
+        return event.type == XiEventType::press && event.button == trigger && !event.reportsPosition();
+    });
+    return Outcome::later;
+}
+
+bool X11ClickReturn::merged(Events begin, Events end, int device, int button, unsigned long pressRequest) const {
+    enum class Ours { notYet, down, up } ours = Ours::notYet;
+    std::set<int> othersDown;
+    for (auto event = begin; event != end && ours != Ours::up; ++event) {
+        const bool press = event->type == XiEventType::rawPress;
+        if ((!press && event->type != XiEventType::rawRelease) || devices_.buttons().logical(event->button) != button)
+            continue;
+        if (event->source == device && event->serial == pressRequest + (press ? 0 : 1)) {
+            ours = press ? Ours::down : Ours::up;
+        } else if (press) {
+            othersDown.insert(event->source);
+        } else if (ours == Ours::notYet) {
+            othersDown.erase(event->source);
+        }
+    }
+    // A press that the device did not even report was none: the button was down already.
+    return ours == Ours::notYet || !othersDown.empty();
 }
 
 bool X11ClickReturn::isDown(int button) const {

@@ -22,24 +22,20 @@ struct ReturnedClick {
 };
 
 /// A click goes back as input of its own device while our grab is open: the grab is taken away, the device presses and
-/// releases, and the grab is put back, in one go. A press of the same button that comes in between, from this device or from
-/// another one, would swallow ours, because the server knows only one state of a button. The device's raw events, which
-/// come whoever gets the press, tell whether that happened; then the click is given back once more after the release.
-/// docs/decisions/0001-giving-a-click-back.md has the reasons and the figures. Tap's thread.
+/// releases, and the grab is put back, in one go. A press of the same button that comes in between, from this device or
+/// from another one, would swallow ours, because the server knows only one state of a button. The device's raw events,
+/// which come whoever gets the press, tell whether that happened; then the click is given back once more after the
+/// release. docs/decisions/0001-giving-a-click-back.md has the reasons and the figures. Tap's thread.
 class X11ClickReturn {
 public:
     X11ClickReturn(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11ButtonGrab& grab)
-        : display_(display)
-        , root_(root)
-        , queue_(queue)
-        , devices_(devices)
-        , grab_(grab) {}
+        : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab) {}
 
     /// From the moment a press is taken until everything is given back: follows what the devices do.
     void watch();
     void add(const ReturnedClick& click) { pending_.push_back({click, false}); }
-    /// Gives back what it can; what has to wait for a release, as `waiting` tells, needs another call after it. Not during a
-    /// hold.
+    /// Gives back what it can; what has to wait for a release, as `waiting` tells, needs another call after it. Not
+    /// during a hold.
     void settle();
     bool waiting() const { return waiting_; }
     /// For every raw event, in order.
@@ -53,10 +49,15 @@ private:
         ReturnedClick click;
         /// Our press may still wait in the server behind a press that froze the device.
         bool uncertain = false;
+        int attempts = 0;
     };
     enum class Outcome { given, later };
 
     Outcome giveBack(Pending& pending);
+    using Events = std::deque<XiEvent>::const_iterator;
+    /// Whether another press of the button was down at the moment of ours, or came before our release: to applications
+    /// both are one press.
+    bool merged(Events begin, Events end, int device, int button, unsigned long pressRequest) const;
     bool isDown(int button) const;
     void unwatchIfDone();
 
