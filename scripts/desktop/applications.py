@@ -4,6 +4,7 @@ import itertools
 import json
 import os
 import subprocess
+import tempfile
 
 from desktop.polling import PATIENCE, poll
 
@@ -12,7 +13,8 @@ PLACE = (40, 40, 1000, 700)  # x, y, width, height: room for menus to the right 
 
 
 class Application:
-    """Ended when the block ends. `window` is its first window: placed, in front and with the focus."""
+    """Ended when the block ends. `window` is its first window: placed, in front and with the focus. What it remembers from
+    one start to the next is left behind."""
 
     command = ()
 
@@ -24,8 +26,9 @@ class Application:
     def __enter__(self):
         before = set(self.screen.windows())
         name = self.command[0]
+        env = dict(self.desk.env, XDG_CONFIG_HOME=tempfile.mkdtemp(prefix=f"config-{name}-", dir=self.desk.folder))
         with open(self.desk.path(f"{name}.out"), "ab") as output:
-            self.process = subprocess.Popen([*self.command, *self._arguments], env=self.desk.env, cwd=self.desk.folder,
+            self.process = subprocess.Popen([*self.command, *self._arguments], env=env, cwd=self.desk.folder,
                                             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
         try:
             self.window = self.new_window(before)
@@ -109,7 +112,8 @@ class Browser(Application):
     def state(self):
         """What the page of the chosen tab says of itself; nothing when it is no page of ours."""
         try:
-            return json.JSONDecoder().raw_decode(self.window.title)[0]
+            title = self.window.title
+            return json.JSONDecoder().raw_decode(title, title.index("{"))[0]
         except ValueError:
             return None
 

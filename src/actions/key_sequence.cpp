@@ -21,8 +21,8 @@ constexpr ModifierKey modifierKeys[] = {
 constexpr std::uint16_t arrowKeys[] = {key::leftArrow, key::rightArrow, key::upArrow, key::downArrow};
 
 constexpr std::uint16_t functionKeys[] = {
-    key::home, key::end, key::pageUp, key::pageDown, key::forwardDelete, key::f1, key::f2,  key::f3,  key::f4,
-    key::f5,   key::f6,  key::f7,     key::f8,       key::f9,            key::f10, key::f11, key::f12,
+    key::home, key::end, key::pageUp, key::pageDown, key::forwardDelete, key::f1,  key::f2,  key::f3, key::f4, key::f5,
+    key::f6,   key::f7,  key::f8,     key::f9,       key::f10,           key::f11, key::f12,
 };
 
 template <class Codes> bool contains(const Codes& codes, std::uint16_t code) {

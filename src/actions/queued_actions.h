@@ -9,9 +9,7 @@ namespace tarvik {
 
 class QueuedActions final : public Actions {
 public:
-    QueuedActions(TaskQueue& queue, ActionPerformer& performer)
-        : queue_(queue)
-        , performer_(performer) {}
+    QueuedActions(TaskQueue& queue, ActionPerformer& performer) : queue_(queue), performer_(performer) {}
 
     void perform(const GestureAction& action, std::optional<Point> point) override {
         queue_.post([this, action, point] { performer_.perform(action, point); });

@@ -15,8 +15,8 @@ namespace tarvik {
 bool coversScreen(const Rect& frame, const std::vector<Screen>& screens);
 
 /// Carries one of the window kinds out on `window`, which may be null. True when keys have to be posted instead: the
-/// toggle and minimise fall back even without a window; enter and exit do nothing without one, and go by the window's frame
-/// only when its state is unknown.
+/// toggle and minimise fall back even without a window; enter and exit do nothing without one, and go by the window's
+/// frame only when its state is unknown.
 bool needsFallback(ActionKind kind, Window* window, const Screens& screens, LogSink& log);
 
 } // namespace tarvik

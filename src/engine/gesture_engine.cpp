@@ -14,11 +14,7 @@ constexpr std::int64_t middleButton = 2;
 } // namespace
 
 GestureEngine::GestureEngine(EventTap& tap, Trail& trail, Actions& actions, const Frontmost& frontmost, LogSink& log)
-    : tap_(tap)
-    , trail_(trail)
-    , actions_(actions)
-    , frontmost_(frontmost)
-    , log_(log) {}
+    : tap_(tap), trail_(trail), actions_(actions), frontmost_(frontmost), log_(log) {}
 
 bool GestureEngine::start() {
     if (tap_.installed())
@@ -29,7 +25,8 @@ bool GestureEngine::start() {
 }
 
 std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
-    if (event.type == PointerEventType::tapDisabledByTimeout || event.type == PointerEventType::tapDisabledByUserInput) {
+    if (event.type == PointerEventType::tapDisabledByTimeout ||
+        event.type == PointerEventType::tapDisabledByUserInput) {
         log_.write("event tap disabled by system (" + std::to_string(static_cast<std::uint32_t>(event.type)) +
                    "); re-enabling");
         tap_.enable();

@@ -17,9 +17,9 @@
 
 namespace tarvik {
 
-/// Holds no clock, thread, file or toolkit: time arrives with the events, preferences as snapshots, and everything it causes
-/// leaves through the ports. Confined to the tap's thread, except for `start`, which is called on the main thread while the
-/// tap is not yet running.
+/// Holds no clock, thread, file or toolkit: time arrives with the events, preferences as snapshots, and everything it
+/// causes leaves through the ports. Confined to the tap's thread, except for `start`, which is called on the main
+/// thread while the tap is not yet running.
 class GestureEngine {
 public:
     /// Gets the directions of one finished gesture.
@@ -36,8 +36,8 @@ public:
     /// Takes effect with the next event.
     void setPreferences(std::shared_ptr<const Preferences> preferences);
 
-    /// The next finished gesture goes to the handler instead of being performed; an empty handler takes that back. A gesture
-    /// is recorded even where gestures are switched off or the application is excluded.
+    /// The next finished gesture goes to the handler instead of being performed; an empty handler takes that back. A
+    /// gesture is recorded even where gestures are switched off or the application is excluded.
     void setOnRecord(RecordHandler handler);
 
 private:

@@ -7,10 +7,11 @@
 
 namespace tarvik {
 
-/// Fed with every pointer position of one hold. The letters are "R", "L", "D", "U" in stroke order, y growing downwards;
-/// at most `maxDirections` of them, and never the same letter twice in a row.
+/// Fed with every pointer position of one hold. The letters are "R", "L", "D", "U" in stroke order, y growing
+/// downwards; at most `maxDirections` of them, and never the same letter twice in a row.
 struct StrokeRecognizer {
-    /// A movement counts for an axis only when that axis is at least this many times the other (35.5 degrees off at most).
+    /// A movement counts for an axis only when that axis is at least this many times the other (35.5 degrees off at
+    /// most).
     static constexpr double axisRatio = 1.4;
     static constexpr std::size_t maxDirections = 6;
 

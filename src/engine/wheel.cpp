@@ -5,7 +5,8 @@
 namespace tarvik {
 namespace {
 
-/// The most negative integer has no counterpart: no device can send it, so it is a programming error and ends the process.
+/// The most negative integer has no counterpart: no device can send it, so it is a programming error and ends the
+/// process.
 std::int64_t negated(std::int64_t value) {
     std::int64_t result = 0;
     if (__builtin_sub_overflow(std::int64_t{0}, value, &result))

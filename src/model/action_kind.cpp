@@ -6,10 +6,12 @@ namespace tarvik {
 namespace {
 
 constexpr std::array<std::string_view, actionKindCount> rawValues = {
-    "none",           "spaceLeft",  "spaceRight",      "missionControl", "appExpose",   "showDesktop", "launchpad",
-    "nextTab",        "previousTab", "newTab",         "closeTab",       "reopenTab",   "nextWindow",  "previousWindow",
-    "previousApp",    "closeWindow", "minimizeWindow", "fullScreen",     "enterFullScreen", "exitFullScreen", "hideApp",
-    "quitApp",        "back",        "forward",        "reload",         "scrollTop",   "scrollBottom", "custom",
+    "none",        "spaceLeft",      "spaceRight", "missionControl",  "appExpose",
+    "showDesktop", "launchpad",      "nextTab",    "previousTab",     "newTab",
+    "closeTab",    "reopenTab",      "nextWindow", "previousWindow",  "previousApp",
+    "closeWindow", "minimizeWindow", "fullScreen", "enterFullScreen", "exitFullScreen",
+    "hideApp",     "quitApp",        "back",       "forward",         "reload",
+    "scrollTop",   "scrollBottom",   "custom",
 };
 
 } // namespace

@@ -14,8 +14,8 @@ namespace tarvik {
 class KeyNames;
 struct Vocabulary;
 
-/// The value bound to a gesture. `custom` has a meaning only for `ActionKind::custom`, but is kept and compared for every
-/// kind: switching a gesture away from its recorded shortcut and back must not lose it.
+/// The value bound to a gesture. `custom` has a meaning only for `ActionKind::custom`, but is kept and compared for
+/// every kind: switching a gesture away from its recorded shortcut and back must not lose it.
 struct GestureAction {
     ActionKind kind = ActionKind::none;
     std::optional<KeyShortcut> custom;

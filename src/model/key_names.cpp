@@ -66,9 +66,7 @@ constexpr ModifierNames wordNames = {{
 
 } // namespace
 
-KeyNames::KeyNames(KeyStyle style, KeyCharacters characters)
-    : style_(style)
-    , characters_(std::move(characters)) {}
+KeyNames::KeyNames(KeyStyle style, KeyCharacters characters) : style_(style), characters_(std::move(characters)) {}
 
 std::string KeyNames::keyName(std::uint16_t keyCode) const {
     const auto special = std::find_if(std::begin(specialKeys), std::end(specialKeys),

@@ -21,8 +21,8 @@ class KeyNames {
 public:
     KeyNames(KeyStyle style, KeyCharacters characters);
 
-    /// Special keys by the style's own name, every other key by the layout's character, and "#" with the code in decimal
-    /// where the layout has none.
+    /// Special keys by the style's own name, every other key by the layout's character, and "#" with the code in
+    /// decimal where the layout has none.
     std::string keyName(std::uint16_t keyCode) const;
     /// Modifiers in the order of the style, then the key.
     std::string displayString(const KeyShortcut& shortcut) const;

@@ -5,8 +5,8 @@
 
 namespace tarvik {
 
-/// Bits of a modifier word. The values are those of the macOS event flags (CGEventFlags), which the stored table uses on
-/// every platform: `option` is Alt and `command` is Super on Linux.
+/// Bits of a modifier word. The values are those of the macOS event flags (CGEventFlags), which the stored table uses
+/// on every platform: `option` is Alt and `command` is Super on Linux.
 namespace flags {
 inline constexpr std::uint64_t shift = 0x20000;
 inline constexpr std::uint64_t control = 0x40000;
@@ -16,8 +16,8 @@ inline constexpr std::uint64_t numericPad = 0x200000;
 inline constexpr std::uint64_t secondaryFunction = 0x800000;
 } // namespace flags
 
-/// Virtual key codes: positions on the ANSI keyboard, as macOS numbers them (HIToolbox, Events.h). A position is what the
-/// stored table holds on every platform, so that a table can move between machines.
+/// Virtual key codes: positions on the ANSI keyboard, as macOS numbers them (HIToolbox, Events.h). A position is what
+/// the stored table holds on every platform, so that a table can move between machines.
 namespace key {
 inline constexpr std::uint16_t d = 2;
 inline constexpr std::uint16_t f = 3;

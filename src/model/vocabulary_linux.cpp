@@ -10,8 +10,8 @@ constexpr BuiltinKeys keys(std::uint16_t keyCode, std::uint64_t modifiers, char 
     return {{keyCode, modifiers}, letter};
 }
 
-// Letters follow the layout, because applications bind Ctrl+W to the letter. Super+H, Super+D and the key above Tab belong
-// to the desktop: the letters follow the layout too, the key above Tab is bound by its place.
+// Letters follow the layout, because applications bind Ctrl+W to the letter. Super+H, Super+D and the key above Tab
+// belong to the desktop: the letters follow the layout too, the key above Tab is bound by its place.
 constexpr auto hideKeys = keys(key::h, command, 'h');
 constexpr auto fullScreenKeys = keys(key::f11, 0);
 

@@ -11,8 +11,8 @@ namespace tarvik {
 class Actions {
 public:
     virtual ~Actions() = default;
-    /// Carries the action out; `point` (event-location units) only helps to find the target window. Actions start in the
-    /// order of the calls. Tap's thread; must not wait for an application.
+    /// Carries the action out; `point` (event-location units) only helps to find the target window. Actions start in
+    /// the order of the calls. Tap's thread; must not wait for an application.
     virtual void perform(const GestureAction& action, std::optional<Point> point) = 0;
 };
 

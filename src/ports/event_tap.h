@@ -18,13 +18,13 @@ public:
 
     /// Installs the tap. True once events arrive, false when the system refused; a later call tries again. Main thread.
     virtual bool start(Handler handler) = 0;
-    /// Takes the tap out at the end of the program; no event is held and the handler is not called once it returns. Main
-    /// thread.
+    /// Takes the tap out at the end of the program; no event is held and the handler is not called once it returns.
+    /// Main thread.
     virtual void stop() = 0;
     /// Whether a tap is installed. Any thread.
     virtual bool installed() const = 0;
-    /// The button that the handler acts on: a platform that can may leave the others alone. Takes effect when no button is
-    /// held. Tap's thread.
+    /// The button that the handler acts on: a platform that can may leave the others alone. Takes effect when no button
+    /// is held. Tap's thread.
     virtual void setTriggerButton(TriggerButton button) = 0;
     /// Switches a tap that the system has switched off on again. Tap's thread.
     virtual void enable() = 0;
@@ -32,7 +32,8 @@ public:
     virtual void post(const PointerEvent& event) = 0;
     /// Runs `task` once the decision on the event at hand has reached the system. Tap's thread, from the handler.
     virtual void afterEvent(std::function<void()> task) = 0;
-    /// Runs `command` on the tap's thread, before any later event is decided; the order of commands is kept. Any thread.
+    /// Runs `command` on the tap's thread, before any later event is decided; the order of commands is kept. Any
+    /// thread.
     virtual void run(std::function<void()> command) = 0;
 };
 

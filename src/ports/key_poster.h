@@ -18,8 +18,8 @@ struct KeyEvent {
 class KeyPoster {
 public:
     virtual ~KeyPoster() = default;
-    /// Posts the events in order and without pauses. An event that cannot be made is skipped. Modifiers that the user holds
-    /// do not take part. The actions' thread.
+    /// Posts the events in order and without pauses. An event that cannot be made is skipped. Modifiers that the user
+    /// holds do not take part. The actions' thread.
     virtual void post(const std::vector<KeyEvent>& events) = 0;
 };
 

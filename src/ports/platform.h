@@ -46,8 +46,8 @@ public:
 
     /// Runs the main loop until the session, the user or a signal ends it; the process's exit code.
     virtual int run() = 0;
-    /// Takes the tap out, so that no event is held, then lets the actions that are under way finish. No handler and no task
-    /// runs after it returns.
+    /// Takes the tap out, so that no event is held, then lets the actions that are under way finish. No handler and no
+    /// task runs after it returns.
     virtual void stop() = 0;
 };
 

@@ -41,8 +41,8 @@ struct PointerEvent {
     PointerEventType type = PointerEventType::rightDown;
     /// 0 left, 1 right, 2 middle, 3 and above the others.
     std::int64_t button = 0;
-    /// Global, origin at the top left of the main display. The unit is the platform's own: points on macOS, device pixels
-    /// on X11, where screens of several scales share one pixel space.
+    /// Global, origin at the top left of the main display. The unit is the platform's own: points on macOS, device
+    /// pixels on X11, where screens of several scales share one pixel space.
     Point location;
     /// How many units of `location` make one point on the screen where the event happened.
     double unitsPerPoint = 1;
@@ -60,8 +60,8 @@ struct PointerEvent {
     /// The device's direction is inverted ("natural scrolling"): the deltas are the negative of what the fingers did.
     bool directionInverted = false;
 
-    /// The platform's own event, so that one that is given back keeps every field that the platform put there. Copies of
-    /// the value share it; whoever posts must copy it before changing it.
+    /// The platform's own event, so that one that is given back keeps every field that the platform put there. Copies
+    /// of the value share it; whoever posts must copy it before changing it.
     std::shared_ptr<const void> native;
 };
 

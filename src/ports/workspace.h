@@ -10,8 +10,8 @@ namespace tarvik {
 class Frontmost {
 public:
     virtual ~Frontmost() = default;
-    /// The bundle identifier on macOS, the desktop-file id on Linux; nothing when no application is active or it has none.
-    /// Tap's thread; answers from memory.
+    /// The bundle identifier on macOS, the desktop-file id on Linux; nothing when no application is active or it has
+    /// none. Tap's thread; answers from memory.
     virtual std::optional<std::string> frontmostApplication() const = 0;
 };
 

@@ -16,8 +16,7 @@ std::string_view settingKey(Setting setting) {
     return keys[static_cast<std::size_t>(setting)];
 }
 
-Settings::Settings(DefaultsStore& store)
-    : store_(store) {
+Settings::Settings(DefaultsStore& store) : store_(store) {
     load();
     loadMappings();
 }
@@ -30,12 +29,10 @@ void Settings::load() {
     const auto word = [this](Setting setting) { return store_.text(settingKey(setting)).value_or(""); };
 
     values_.enabled = flag(Setting::enabled, defaults.enabled);
-    values_.triggerButton =
-        triggerButtonFromRawValue(word(Setting::triggerButton)).value_or(defaults.triggerButton);
+    values_.triggerButton = triggerButtonFromRawValue(word(Setting::triggerButton)).value_or(defaults.triggerButton);
     values_.showTrail = flag(Setting::showTrail, defaults.showTrail);
     values_.minStroke = store_.number(settingKey(Setting::minStroke)).value_or(defaults.minStroke);
-    values_.scrollBinding =
-        scrollBindingFromRawValue(word(Setting::scrollBinding)).value_or(defaults.scrollBinding);
+    values_.scrollBinding = scrollBindingFromRawValue(word(Setting::scrollBinding)).value_or(defaults.scrollBinding);
     values_.reverseVertical = flag(Setting::reverseVertical, defaults.reverseVertical);
     values_.reverseHorizontal = flag(Setting::reverseHorizontal, defaults.reverseHorizontal);
     values_.excludedApps = store_.textList(settingKey(Setting::excludedApps)).value_or(defaults.excludedApps);
@@ -76,7 +73,9 @@ void Settings::setFlag(Setting setting, bool Preferences::*member, bool on) {
 void Settings::setEnabled(bool on) { setFlag(Setting::enabled, &Preferences::enabled, on); }
 void Settings::setShowTrail(bool on) { setFlag(Setting::showTrail, &Preferences::showTrail, on); }
 void Settings::setReverseVertical(bool on) { setFlag(Setting::reverseVertical, &Preferences::reverseVertical, on); }
-void Settings::setReverseHorizontal(bool on) { setFlag(Setting::reverseHorizontal, &Preferences::reverseHorizontal, on); }
+void Settings::setReverseHorizontal(bool on) {
+    setFlag(Setting::reverseHorizontal, &Preferences::reverseHorizontal, on);
+}
 
 void Settings::setTriggerButton(TriggerButton button) {
     values_.triggerButton = button;

@@ -31,12 +31,12 @@ enum class Setting : std::uint8_t {
 /// The key under which a property is stored.
 std::string_view settingKey(Setting setting);
 
-/// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What the
-/// store cannot answer, or answers with an unknown word, falls back to the registered default without a message.
+/// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What
+/// the store cannot answer, or answers with an unknown word, falls back to the registered default without a message.
 class Settings {
 public:
-    /// Loads everything, and brings a stored table up to date once: gestures that later versions added are entered unless
-    /// the user has bound them already.
+    /// Loads everything, and brings a stored table up to date once: gestures that later versions added are entered
+    /// unless the user has bound them already.
     explicit Settings(DefaultsStore& store);
 
     bool enabled() const { return values_.enabled; }
@@ -60,7 +60,9 @@ public:
     void setMappings(GestureTable table);
 
     /// Told after each change of a property.
-    [[nodiscard]] Subscription observe(std::function<void(Setting)> observer) { return observers_.add(std::move(observer)); }
+    [[nodiscard]] Subscription observe(std::function<void(Setting)> observer) {
+        return observers_.add(std::move(observer));
+    }
 
     /// The current values as the engine takes them, each action with its title.
     std::shared_ptr<const Preferences> snapshot(const Vocabulary& vocabulary, const KeyNames& keyNames) const;

@@ -29,9 +29,7 @@ struct Rect {
     /// Closed: a rectangle contains itself.
     bool contains(const Rect& r) const { return r.x >= x && r.y >= y && r.maxX() <= maxX() && r.maxY() <= maxY(); }
     /// This rectangle grown by `margin` on every side.
-    Rect enlarged(double margin) const {
-        return {x - margin, y - margin, width + 2 * margin, height + 2 * margin};
-    }
+    Rect enlarged(double margin) const { return {x - margin, y - margin, width + 2 * margin, height + 2 * margin}; }
     friend bool operator==(const Rect&, const Rect&) = default;
 };
 

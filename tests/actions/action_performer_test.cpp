@@ -138,22 +138,14 @@ TEST(WindowActions, followTheirDecisionTables) {
         bool fallback;
     };
     const Row rows[] = {
-        {minimizeWindow, {}, 0, false, {"minimize"}, false},
-        {minimizeWindow, {}, 1, false, {"minimize"}, true},
-        {fullScreen, true, 0, false, {"exit"}, false},
-        {fullScreen, false, 0, false, {"enter"}, false},
-        {fullScreen, false, 1, false, {"enter"}, true},
-        {fullScreen, {}, 0, true, {}, true},
-        {enterFullScreen, {}, 0, true, {}, false},
-        {enterFullScreen, {}, 0, false, {}, true},
-        {enterFullScreen, true, 0, false, {}, false},
-        {enterFullScreen, false, 0, false, {"enter"}, false},
-        {enterFullScreen, false, 1, false, {"enter"}, true},
-        {exitFullScreen, {}, 0, true, {}, true},
-        {exitFullScreen, {}, 0, false, {}, false},
-        {exitFullScreen, false, 0, false, {}, false},
-        {exitFullScreen, true, 0, false, {"exit"}, false},
-        {exitFullScreen, true, 1, false, {"exit"}, true},
+        {minimizeWindow, {}, 0, false, {"minimize"}, false}, {minimizeWindow, {}, 1, false, {"minimize"}, true},
+        {fullScreen, true, 0, false, {"exit"}, false},       {fullScreen, false, 0, false, {"enter"}, false},
+        {fullScreen, false, 1, false, {"enter"}, true},      {fullScreen, {}, 0, true, {}, true},
+        {enterFullScreen, {}, 0, true, {}, false},           {enterFullScreen, {}, 0, false, {}, true},
+        {enterFullScreen, true, 0, false, {}, false},        {enterFullScreen, false, 0, false, {"enter"}, false},
+        {enterFullScreen, false, 1, false, {"enter"}, true}, {exitFullScreen, {}, 0, true, {}, true},
+        {exitFullScreen, {}, 0, false, {}, false},           {exitFullScreen, false, 0, false, {}, false},
+        {exitFullScreen, true, 0, false, {"exit"}, false},   {exitFullScreen, true, 1, false, {"exit"}, true},
     };
     for (const auto& row : rows) {
         FakeWindows windows;

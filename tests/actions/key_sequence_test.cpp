@@ -17,7 +17,7 @@ TEST(KeySequence, holdsTheModifiersAroundTheKey) {
 
 TEST(KeySequence, pressesAllFourInOneOrder) {
     const Events expected = {
-        {59, true, 0x40000},   {58, true, 0xC0000},   {56, true, 0xE0000},   {55, true, 0x1E0000}, {49, true, 0x1E0000},
+        {59, true, 0x40000},   {58, true, 0xC0000},  {56, true, 0xE0000},  {55, true, 0x1E0000}, {49, true, 0x1E0000},
         {49, false, 0x1E0000}, {55, false, 0xE0000}, {56, false, 0xC0000}, {58, false, 0x40000}, {59, false, 0},
     };
     EXPECT_EQ(keySequence({49, 0x1E0000}), expected);

@@ -1,14 +1,16 @@
 """The base of every test class: a desktop for the class, Tarvik for each test, and what is kept of a failure.
 
 The environment says what to test: TARVIK (the program), TARVIK_E2E_WM (openbox or xfwm4) and TARVIK_E2E_FOLDER, where the
-desktop's and Tarvik's logs and a picture of the screen are kept when a test fails, and pictures that tests make."""
+desktop's and Tarvik's logs and a picture of the screen are kept when a test fails, and pictures that tests make. By hand:
+cd tests/e2e; python3 -m unittest -v test_clicks.Clicks.test_gtk"""
 
 import os
 import shutil
 import sys
 import unittest
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.realpath(__file__)), "..", "..", "scripts"))
+PROJECT = os.path.join(os.path.dirname(os.path.realpath(__file__)), "..", "..")
+sys.path.insert(0, os.path.join(PROJECT, "scripts"))
 from desktop.hand import Hand  # noqa: E402
 from desktop.polling import poll  # noqa: E402
 from desktop.program import Tarvik  # noqa: E402
@@ -16,7 +18,8 @@ from desktop.windows import Desktop  # noqa: E402
 from virtual_desktop import RIGHT, VirtualDesktop  # noqa: E402
 
 WINDOW_MANAGER = os.environ.get("TARVIK_E2E_WM", "openbox")
-FOLDER = os.environ.get("TARVIK_E2E_FOLDER", "e2e")
+FOLDER = os.environ.get("TARVIK_E2E_FOLDER", os.path.join(PROJECT, "build", "e2e"))
+PROGRAM = os.environ.get("TARVIK", os.path.join(PROJECT, "build", "release", "tarvik"))
 
 KEY_ESCAPE, KEY_N, KEY_LEFTALT = 1, 49, 56  # evdev codes
 
@@ -45,7 +48,7 @@ class DesktopTest(unittest.TestCase):
         """Starts Tarvik for the rest of the test, which must leave it able to end cleanly, with no button held."""
         folder = self.desk.path(f"tarvik-{self._testMethodName}")
         shutil.rmtree(folder, ignore_errors=True)
-        tarvik = Tarvik(os.environ["TARVIK"], self.desk.env, folder, settings)
+        tarvik = Tarvik(PROGRAM, self.desk.env, folder, settings)
         self.enterContext(tarvik)
         self.addCleanup(self._end, tarvik)
         return tarvik

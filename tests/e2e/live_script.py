@@ -10,6 +10,7 @@ import time
 import unittest
 
 from desktop_test import DesktopTest, poll
+from desktop.hand import INTERVAL
 from probe import Probe
 from test_actions import TITLES
 from virtual_desktop import BACK, LEFT, MIDDLE, RIGHT
@@ -68,9 +69,12 @@ class LiveScript(DesktopTest):
         if arguments:
             self.path = ([] if verb == "press" else self.path) + [point(arguments[0])]
             self.mouse.move_to(*self.path[-1])
+            # As a mouse reports. What comes while the server waits for Tarvik's answer to a press, it makes one movement of.
+            time.sleep(INTERVAL)
         at = self.path[-1]
         if verb == "press":
             self.mouse.press(self.button)
+            time.sleep(INTERVAL)
         elif verb == "release":
             self.mouse.release(self.button)
         elif verb != "move":

@@ -37,12 +37,12 @@ class TrailCases:
 
     def test_no_trail(self):
         self.enterContext(Probe(self.desk.env))
-        tarvik = self.tarvik(showTrail=False, mappings={})
+        tarvik = self.tarvik(showTrail=False)
         blank = self.screen.pixels()
-        self.hand.hold(START, "RD", length=100)
+        self.hand.hold(START, "RDL", length=100)
         self.assertEqual(self.changed(blank), 0)
         self.mouse.release(RIGHT)
-        tarvik.wait_for_log("gesture 'RD' scrolled=false -> unmapped")
+        tarvik.wait_for_log("gesture 'RDL' scrolled=false -> unmapped")
 
     def trail_shows(self, pointer):
         picture = self.screen.pixels()

@@ -81,8 +81,7 @@ bool same(const PointerEvent& a, const PointerEvent& b) {
 
 } // namespace
 
-ScriptWorld::ScriptWorld()
-    : engine_(tap_, trail_, actions_, frontmost_, log_) {
+ScriptWorld::ScriptWorld() : engine_(tap_, trail_, actions_, frontmost_, log_) {
     for (const auto& [gesture, action] : defaultMappings())
         preferences_.mappings[gesture] = {action, std::string(linuxVocabulary()[action.kind].title)};
     if (!engine_.start() || !log_.contains(started))
@@ -131,9 +130,9 @@ void ScriptWorld::execute(const Words& words) {
         return;
     }
     if (verb == "record")
-        return engine_.setOnRecord(
-            at(words, 1) == "on" ? [this](std::string directions) { recorded_.push_back(std::move(directions)); }
-                                 : GestureEngine::RecordHandler{});
+        return engine_.setOnRecord(at(words, 1) == "on"
+                                       ? [this](std::string directions) { recorded_.push_back(std::move(directions)); }
+                                       : GestureEngine::RecordHandler{});
     if (verb == "expect")
         return expect(words);
     input(words);
@@ -327,7 +326,8 @@ void ScriptWorld::expectClick(const Words& words) {
     for (const auto& event : posted) {
         const auto& expected = &event == &posted.front() ? types.down : types.up;
         if (event.type != expected || event.button != types.number || event.location != where)
-            fail("posted type " + std::to_string(static_cast<std::uint32_t>(event.type)) + " at " + text(event.location));
+            fail("posted type " + std::to_string(static_cast<std::uint32_t>(event.type)) + " at " +
+                 text(event.location));
         if (event.marker != selfEventMarker || !event.native)
             fail("posted without the marker or the platform's event");
     }

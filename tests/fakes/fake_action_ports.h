@@ -66,8 +66,7 @@ public:
 private:
     class Handle final : public Window {
     public:
-        explicit Handle(FakeWindowState& state)
-            : state_(state) {}
+        explicit Handle(FakeWindowState& state) : state_(state) {}
         int minimize() override {
             state_.calls.emplace_back("minimize");
             return state_.error;

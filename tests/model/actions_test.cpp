@@ -51,13 +51,26 @@ TEST(Vocabulary, macosShortcutsAreThoseOfItsApplications) {
     constexpr std::uint64_t shiftCommand = 0x120000;
     constexpr std::uint64_t command = 0x100000;
     const std::map<ActionKind, KeyShortcut> expected = {
-        {spaceLeft, {123, 0x40000}},          {spaceRight, {124, 0x40000}},    {nextTab, {30, shiftCommand}},
-        {previousTab, {33, shiftCommand}},    {newTab, {17, command}},         {closeTab, {13, command}},
-        {reopenTab, {17, shiftCommand}},      {nextWindow, {50, command}},     {previousWindow, {50, shiftCommand}},
-        {previousApp, {48, command}},         {closeWindow, {13, shiftCommand}}, {minimizeWindow, {46, command}},
-        {fullScreen, {3, 0x140000}},          {hideApp, {4, command}},         {quitApp, {12, command}},
-        {back, {33, command}},                {forward, {30, command}},        {reload, {15, command}},
-        {scrollTop, {126, command}},          {scrollBottom, {125, command}},
+        {spaceLeft, {123, 0x40000}},
+        {spaceRight, {124, 0x40000}},
+        {nextTab, {30, shiftCommand}},
+        {previousTab, {33, shiftCommand}},
+        {newTab, {17, command}},
+        {closeTab, {13, command}},
+        {reopenTab, {17, shiftCommand}},
+        {nextWindow, {50, command}},
+        {previousWindow, {50, shiftCommand}},
+        {previousApp, {48, command}},
+        {closeWindow, {13, shiftCommand}},
+        {minimizeWindow, {46, command}},
+        {fullScreen, {3, 0x140000}},
+        {hideApp, {4, command}},
+        {quitApp, {12, command}},
+        {back, {33, command}},
+        {forward, {30, command}},
+        {reload, {15, command}},
+        {scrollTop, {126, command}},
+        {scrollBottom, {125, command}},
     };
     for (const auto kind : allActionKinds()) {
         const auto& shortcut = macosVocabulary()[kind].shortcut;

@@ -24,9 +24,7 @@ using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-QVariant property(bool value) {
-    return QVariant::fromValue(QDBusVariant(value));
-}
+QVariant property(bool value) { return QVariant::fromValue(QDBusVariant(value)); }
 
 class DBusShellTest : public testing::Test {
 protected:

@@ -31,9 +31,7 @@ int nextDescriptor() {
     return descriptor;
 }
 
-void makeError(const X11Connection& x) {
-    XMapWindow(x.display(), nowhere);
-}
+void makeError(const X11Connection& x) { XMapWindow(x.display(), nowhere); }
 
 TEST(X11ErrorTrap, tellsTheFirstErrorOfItsStretch) {
     const auto x = X11Connection::open();

@@ -39,7 +39,9 @@ TEST_F(LogTest, stampsEachLineWithTheLocalTimeOfTheCall) {
     setenv("TZ", "UTC-2", 1);
     tzset();
     const auto time = std::chrono::system_clock::from_time_t(1738328647) + std::chrono::milliseconds(412);
-    { Log(file(), [time] { return time; }).write("launched"); }
+    {
+        Log(file(), [time] { return time; }).write("launched");
+    }
     EXPECT_EQ(read(file()), "2025-01-31 15:04:07.412 launched\n");
     unsetenv("TZ");
     tzset();

@@ -69,8 +69,8 @@ private:
     X11EventTap tap_;
 };
 
-/// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us it has
-/// released.
+/// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us
+/// it has released.
 [[noreturn]] void endWithTheDisplay(LogSink& log) {
     log.write("the display server has gone; ending");
     log.flush();
@@ -82,7 +82,13 @@ LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_p
     : application_(argc, argv)
     , signals_([] { QCoreApplication::quit(); })
     , defaults_(preferencesFile(), log)
-    , layout_(log, [this] { mainQueue_.post([this] { if (layoutChanged_) layoutChanged_(); }); })
+    , layout_(log,
+              [this] {
+                  mainQueue_.post([this] {
+                      if (layoutChanged_)
+                          layoutChanged_();
+                  });
+              })
     , layoutNotifier_(layout_.fileDescriptor(), QSocketNotifier::Read)
     , screens_(connection_)
     , panels_(connection_, log)

@@ -72,9 +72,7 @@ std::string idOf(const fs::path& file, const fs::path& folder) {
     return id;
 }
 
-std::string_view lastPart(std::string_view id) {
-    return id.substr(id.find_last_of('.') + 1);
-}
+std::string_view lastPart(std::string_view id) { return id.substr(id.find_last_of('.') + 1); }
 
 } // namespace
 

@@ -9,9 +9,7 @@
 namespace tarvik {
 namespace {
 
-QString toKey(std::string_view key) {
-    return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size()));
-}
+QString toKey(std::string_view key) { return QString::fromUtf8(key.data(), static_cast<qsizetype>(key.size())); }
 
 /// The file holds text only; a list is a value that must not be taken for one.
 std::optional<QString> single(const QVariant& value) {
@@ -74,12 +72,8 @@ std::optional<std::string> QtDefaultsStore::data(std::string_view key) const {
     return value.toByteArray().toStdString();
 }
 
-void QtDefaultsStore::setBoolean(std::string_view key, bool value) {
-    write(key, value);
-}
-void QtDefaultsStore::setNumber(std::string_view key, double value) {
-    write(key, value);
-}
+void QtDefaultsStore::setBoolean(std::string_view key, bool value) { write(key, value); }
+void QtDefaultsStore::setNumber(std::string_view key, double value) { write(key, value); }
 void QtDefaultsStore::setText(std::string_view key, const std::string& value) {
     write(key, QString::fromStdString(value));
 }

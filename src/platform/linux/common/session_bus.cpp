@@ -43,9 +43,7 @@ BusReply::Outcome outcomeOf(const QDBusMessage& reply) {
 
 } // namespace
 
-SessionBus::~SessionBus() {
-    disconnect();
-}
+SessionBus::~SessionBus() { disconnect(); }
 
 void SessionBus::disconnect() {
     if (!connection_)

@@ -10,7 +10,8 @@ namespace {
 
 constexpr int caught[] = {SIGTERM, SIGINT, SIGHUP};
 
-/// The handler may only write to a descriptor; a pipe brings the news to the main loop whichever thread was interrupted.
+/// The handler may only write to a descriptor; a pipe brings the news to the main loop whichever thread was
+/// interrupted.
 int pipeEnds[2] = {-1, -1};
 
 void onTermination(int) {

@@ -1,5 +1,5 @@
-// SIGTERM, SIGINT and SIGHUP as an ordinary event of the main loop, so that the program ends as it should: nothing grabbed,
-// nothing lost.
+// SIGTERM, SIGINT and SIGHUP as an ordinary event of the main loop, so that the program ends as it should: nothing
+// grabbed, nothing lost.
 #pragma once
 
 #include <QSocketNotifier>

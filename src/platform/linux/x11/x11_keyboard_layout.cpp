@@ -116,13 +116,9 @@ X11KeyboardLayout::X11KeyboardLayout(LogSink& log, std::function<void()> changed
 
 X11KeyboardLayout::~X11KeyboardLayout() = default;
 
-int X11KeyboardLayout::fileDescriptor() const {
-    return keymap_->fileDescriptor();
-}
+int X11KeyboardLayout::fileDescriptor() const { return keymap_->fileDescriptor(); }
 
-void X11KeyboardLayout::refresh() const {
-    current();
-}
+void X11KeyboardLayout::refresh() const { current(); }
 
 std::shared_ptr<const X11KeyboardLayout::Snapshot> X11KeyboardLayout::current() const {
     bool changed = false;

@@ -48,9 +48,7 @@ std::shared_ptr<const X11Keyboard> X11Keyboard::open(const X11Connection& x, int
     return device ? std::shared_ptr<const X11Keyboard>(new X11Keyboard(x, id, device)) : nullptr;
 }
 
-X11Keyboard::~X11Keyboard() {
-    XCloseDevice(x_.display(), device_);
-}
+X11Keyboard::~X11Keyboard() { XCloseDevice(x_.display(), device_); }
 
 bool X11Keyboard::isDown(std::uint8_t keyCode) const {
     const std::unique_ptr<XDeviceState, FreeState> state(XQueryDeviceState(x_.display(), device_));

@@ -8,8 +8,8 @@
 
 namespace tarvik {
 
-/// Widens the server's 32-bit milliseconds, which wrap after 49.7 days. Stamps may come a little out of order; the first one
-/// is the origin.
+/// Widens the server's 32-bit milliseconds, which wrap after 49.7 days. Stamps may come a little out of order; the
+/// first one is the origin.
 class X11ServerClock {
 public:
     std::chrono::nanoseconds widen(Time stamp) {

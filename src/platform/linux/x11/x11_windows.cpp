@@ -13,9 +13,7 @@ namespace {
 /// Stands beside the server's own error codes where the window manager does not offer the operation.
 constexpr int notOffered = 1;
 
-const char* word(bool value) {
-    return value ? "true" : "false";
-}
+const char* word(bool value) { return value ? "true" : "false"; }
 
 std::string_view word(WindowKind kind) {
     constexpr std::array<std::string_view, 5> words = {"normal", "dialog", "desktop", "dock", "other"};
