@@ -96,12 +96,18 @@ void X11HoldWheel::takeBack(const WheelTurn& turn) {
 
 void X11HoldWheel::repeat(const WheelTurn& turn) {
     if (turn.axis) {
+        announce(turn.source);
         repeated_.push_back({NextRequest(display_), turn.source, *turn.axis, turn.amount});
         devices_.fakeScroll(turn.source, *turn.axis, turn.amount);
     } else {
         devices_.fakeButton(turn.source, turn.amount, true);
         devices_.fakeButton(turn.source, turn.amount, false);
     }
+}
+
+void X11HoldWheel::announce(int source) {
+    for (const auto& axis : axes_[source])
+        devices_.fakeScroll(source, axis.info.number, 0);
 }
 
 } // namespace tarvik

@@ -39,6 +39,9 @@ public:
     void takeBack(const WheelTurn& turn);
     /// Makes the turn anew, for an application. While the grab is open.
     void repeat(const WheelTurn& turn);
+    /// Tells the application below where the device's axes stand. Each grab makes toolkits forget it, and they would take the
+    /// first notch after it for that. While no grab is active.
+    void announce(int source);
 
 private:
     struct Axis {

@@ -209,6 +209,7 @@ void X11PointerFilter::release(const XiEvent& event) {
 }
 
 void X11PointerFilter::end() {
+    wheel_.announce(hold_->source);
     hold_.reset();
     for (const auto& posted : std::exchange(posted_, {})) {
         // A click is posted as press and release; the device makes both.
