@@ -8,13 +8,9 @@ namespace tarvik {
 
 using namespace trailStyle;
 
-Size pillSize(Size text) {
-    return {text.width + 2 * pillPaddingX, text.height + 2 * pillPaddingY};
-}
+Size pillSize(Size text) { return {text.width + 2 * pillPaddingX, text.height + 2 * pillPaddingY}; }
 
-Point pillTextOrigin() {
-    return {pillPaddingX, pillPaddingY};
-}
+Point pillTextOrigin() { return {pillPaddingX, pillPaddingY}; }
 
 Rect pillFrame(Size pill, Point head, Size panel) {
     // Which limit is applied last decides on a panel that is too small; the two axes differ in it.

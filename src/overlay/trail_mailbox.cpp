@@ -6,13 +6,9 @@ namespace tarvik {
 
 TrailMailbox::TrailMailbox(std::function<void()> wake) : wake_(std::move(wake)) {}
 
-void TrailMailbox::update(const PathView& points, const std::string& label) {
-    post(true, points, label);
-}
+void TrailMailbox::update(const PathView& points, const std::string& label) { post(true, points, label); }
 
-void TrailMailbox::hide() {
-    post(false, {}, {});
-}
+void TrailMailbox::hide() { post(false, {}, {}); }
 
 void TrailMailbox::post(bool visible, PathView points, const std::string& label) {
     {

@@ -39,9 +39,7 @@ std::optional<std::pair<Point, Point>> clipped(Point from, Point to, const Rect&
     return std::pair{Point{from.x + enter * dx, from.y + enter * dy}, Point{from.x + leave * dx, from.y + leave * dy}};
 }
 
-double normalDistribution(double x) {
-    return 0.5 * std::erfc(-x / std::sqrt(2.0));
-}
+double normalDistribution(double x) { return 0.5 * std::erfc(-x / std::sqrt(2.0)); }
 
 } // namespace
 

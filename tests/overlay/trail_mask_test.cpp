@@ -7,9 +7,7 @@
 namespace tarvik {
 namespace {
 
-std::uint32_t alphaOf(std::uint32_t argb) {
-    return argb >> 24;
-}
+std::uint32_t alphaOf(std::uint32_t argb) { return argb >> 24; }
 
 TEST(TrailMask, LineIsFivePointsWideWithRoundCaps) {
     for (const int scale : {1, 2}) {

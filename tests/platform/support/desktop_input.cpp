@@ -21,9 +21,7 @@ DesktopInput::DesktopInput() : socket_(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXE
         throw std::runtime_error("the desktop's input cannot be reached");
 }
 
-DesktopInput::~DesktopInput() {
-    close(socket_);
-}
+DesktopInput::~DesktopInput() { close(socket_); }
 
 void DesktopInput::operator()(const std::string& line) {
     const auto text = line + "\n";

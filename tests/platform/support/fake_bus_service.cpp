@@ -65,8 +65,6 @@ FakeBusService::~FakeBusService() {
     thread_.wait();
 }
 
-std::vector<std::string> FakeBusService::calls() const {
-    return object_->calls();
-}
+std::vector<std::string> FakeBusService::calls() const { return object_->calls(); }
 
 } // namespace tarvik

@@ -9,8 +9,7 @@
 
 namespace tarvik {
 
-CommandQueue::CommandQueue()
-    : descriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+CommandQueue::CommandQueue() : descriptor_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     if (descriptor_ < 0)
         throw std::system_error(errno, std::generic_category(), "eventfd");
 }

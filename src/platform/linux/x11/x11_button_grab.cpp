@@ -19,8 +19,8 @@ bool X11ButtonGrab::grab(int button) {
     XIEventMask mask{XIAllMasterDevices, holdEventMaskSize, bits};
     auto modifiers = anyModifiers();
     // The keyboard goes on: only the pointer waits for our decision.
-    held_ = XIGrabButton(display_, XIAllMasterDevices, button, root_, None, XIGrabModeSync, XIGrabModeAsync, False, &mask,
-                         1, &modifiers) == 0;
+    held_ = XIGrabButton(display_, XIAllMasterDevices, button, root_, None, XIGrabModeSync, XIGrabModeAsync, False,
+                         &mask, 1, &modifiers) == 0;
     return held_;
 }
 

@@ -5,16 +5,14 @@
 
 namespace tarvik {
 
-/// On every master pointer and with whatever modifiers; a press freezes the pointer until XIAllowEvents. Only the grab for
-/// all masters works: one on a slave cannot replay a press. Tap's thread.
+/// On every master pointer and with whatever modifiers; a press freezes the pointer until XIAllowEvents. Only the grab
+/// for all masters works: one on a slave cannot replay a press. Tap's thread.
 class X11ButtonGrab {
 public:
-    X11ButtonGrab(Display* display, ::Window root)
-        : display_(display)
-        , root_(root) {}
+    X11ButtonGrab(Display* display, ::Window root) : display_(display), root_(root) {}
 
-    /// Waits for the server's answer: false when another client holds the button. Everything that was requested before has
-    /// happened when it returns.
+    /// Waits for the server's answer: false when another client holds the button. Everything that was requested before
+    /// has happened when it returns.
     bool grab(int button);
     void release();
 

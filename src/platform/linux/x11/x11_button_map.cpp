@@ -9,8 +9,8 @@ void X11ButtonMap::read(Display* display) {
     std::iota(toPhysical_.begin(), toPhysical_.end(), 0);
     toLogical_ = toPhysical_;
     std::array<unsigned char, count> map{};
-    const int known = std::min(XGetPointerMapping(display, map.data(), static_cast<int>(map.size())),
-                               static_cast<int>(count) - 1);
+    const int known =
+        std::min(XGetPointerMapping(display, map.data(), static_cast<int>(map.size())), static_cast<int>(count) - 1);
     // Backwards, so that of two switches with one meaning the lower one counts. 0 is a switch without a meaning.
     for (int physical = known; physical >= 1; --physical) {
         const int logical = map[static_cast<std::size_t>(physical) - 1];

@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-/// Events of grabs carry the button that the user means, raw events and fake input the switch of the device. The map is the
-/// core pointer's. Tap's thread.
+/// Events of grabs carry the button that the user means, raw events and fake input the switch of the device. The map is
+/// the core pointer's. Tap's thread.
 class X11ButtonMap {
 public:
     /// Reads the map. One round trip; again at each MappingNotify.

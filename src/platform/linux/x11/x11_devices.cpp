@@ -46,11 +46,12 @@ bool hasIdentityMatrix(Display* display, int source) {
     unsigned long count = 0;
     unsigned long left = 0;
     unsigned char* data = nullptr;
-    if (property == None ||
-        XIGetProperty(display, source, property, 0, 9, False, floatType, &type, &format, &count, &left, &data) != Success)
+    if (property == None || XIGetProperty(display, source, property, 0, 9, False, floatType, &type, &format, &count,
+                                          &left, &data) != Success)
         return true;
     static constexpr float identity[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-    const bool same = type != floatType || format != 32 || count != 9 || std::memcmp(data, identity, sizeof identity) == 0;
+    const bool same =
+        type != floatType || format != 32 || count != 9 || std::memcmp(data, identity, sizeof identity) == 0;
     if (data)
         XFree(data);
     return same;
@@ -126,8 +127,8 @@ void X11Devices::fakeButton(int source, int button, bool press, const int* place
     if (!device)
         return;
     int axes[2] = {place ? place[0] : 0, place ? place[1] : 0};
-    XTestFakeDeviceButtonEvent(display_, device, static_cast<unsigned>(buttons_.physical(button)), press, place ? axes : nullptr,
-                               place ? 2 : 0, CurrentTime);
+    XTestFakeDeviceButtonEvent(display_, device, static_cast<unsigned>(buttons_.physical(button)), press,
+                               place ? axes : nullptr, place ? 2 : 0, CurrentTime);
 }
 
 void X11Devices::fakeScroll(int source, int axis, int delta) {
@@ -145,7 +146,8 @@ XDevice* X11Devices::opened(int source) {
     if (known != opened_.end())
         return known->second.get();
     const X11ErrorTrap vanishedDevice(display_);
-    return opened_.emplace(source, std::unique_ptr<XDevice, Close>(XOpenDevice(display_, static_cast<XID>(source)), {display_}))
+    return opened_
+        .emplace(source, std::unique_ptr<XDevice, Close>(XOpenDevice(display_, static_cast<XID>(source)), {display_}))
         .first->second.get();
 }
 

@@ -37,12 +37,12 @@ public:
     /// Whether the user has inverted the device's scrolling ("natural scrolling"). One round trip.
     bool directionInverted(int source) const;
 
-    /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time. Answers
-    /// the device that can put the pointer to an exact place: the device itself, or the server's own test pointer where the
-    /// device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse).
+    /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time.
+    /// Answers the device that can put the pointer to an exact place: the device itself, or the server's own test
+    /// pointer where the device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse).
     int prepare(int source);
-    /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports its
-    /// axes, which a press from a hand never does.
+    /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports
+    /// its axes, which a press from a hand never does.
     void fakeButton(int source, int button, bool press, const int* place = nullptr);
     /// Turns a scroll axis as the device would.
     void fakeScroll(int source, int axis, int delta);

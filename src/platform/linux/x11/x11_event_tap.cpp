@@ -34,10 +34,7 @@ const char* obstacle(Display* display) {
 
 X11EventTap::X11EventTap(const Screens& screens, std::shared_ptr<const DesktopEntries> entries, LogSink& log,
                          std::function<void()> lost)
-    : screens_(screens)
-    , log_(log)
-    , lost_(std::move(lost))
-    , frontmost_(std::move(entries)) {}
+    : screens_(screens), log_(log), lost_(std::move(lost)), frontmost_(std::move(entries)) {}
 
 X11EventTap::~X11EventTap() { stop(); }
 
@@ -83,9 +80,9 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
         return;
     }
     frontmost_.watch(*x);
-    X11PointerFilter filter(*x, *xiOpcode(x->display()), screens_,
-                            {handler, [this] { commands_.drain(); },
-                             [this](const XEvent& event) { frontmost_.handle(event); }});
+    X11PointerFilter filter(
+        *x, *xiOpcode(x->display()), screens_,
+        {handler, [this] { commands_.drain(); }, [this](const XEvent& event) { frontmost_.handle(event); }});
     filter_ = &filter;
     commands_.drain();
     installed_ = filter.arm(trigger_);

@@ -18,8 +18,8 @@ namespace tarvik {
 
 class X11PointerFilter;
 
-/// Needs no privileges: an XInput 2 grab of the trigger button, through which each press is decided. Refused means replayed to
-/// the application as it was; taken means that the hold is ours until the release.
+/// Needs no privileges: an XInput 2 grab of the trigger button, through which each press is decided. Refused means
+/// replayed to the application as it was; taken means that the hold is ours until the release.
 class X11EventTap final : public EventTap {
 public:
     /// `lost` is called once, on the tap's thread, when the connection to the server breaks.

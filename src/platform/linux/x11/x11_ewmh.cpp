@@ -39,9 +39,7 @@ bool X11Ewmh::supports(Atom hint) const {
     return contains(readItems(x_, x_.root(), x_.atoms().supported, XA_ATOM), hint) && managed();
 }
 
-std::vector<XWindow> X11Ewmh::clients() const {
-    return readItems(x_, x_.root(), x_.atoms().clientList, XA_WINDOW);
-}
+std::vector<XWindow> X11Ewmh::clients() const { return readItems(x_, x_.root(), x_.atoms().clientList, XA_WINDOW); }
 
 std::vector<XWindow> X11Ewmh::stacking() const {
     return readItems(x_, x_.root(), x_.atoms().clientListStacking, XA_WINDOW);
@@ -140,22 +138,16 @@ int X11Ewmh::setCurrentDesktop(std::uint32_t desktop) const {
     return send(x_.root(), x_.atoms().currentDesktop, {desktop, CurrentTime});
 }
 
-int X11Ewmh::showDesktop(bool show) const {
-    return send(x_.root(), x_.atoms().showingDesktop, {show ? 1 : 0});
-}
+int X11Ewmh::showDesktop(bool show) const { return send(x_.root(), x_.atoms().showingDesktop, {show ? 1 : 0}); }
 
 int X11Ewmh::activate(XWindow window) const {
     return send(window, x_.atoms().activeWindow,
                 {fromPager, CurrentTime, static_cast<long>(activeWindow().value_or(None))});
 }
 
-int X11Ewmh::close(XWindow window) const {
-    return send(window, x_.atoms().closeWindow, {CurrentTime, fromPager});
-}
+int X11Ewmh::close(XWindow window) const { return send(window, x_.atoms().closeWindow, {CurrentTime, fromPager}); }
 
-int X11Ewmh::minimize(XWindow window) const {
-    return send(window, x_.atoms().wmChangeState, {IconicState});
-}
+int X11Ewmh::minimize(XWindow window) const { return send(window, x_.atoms().wmChangeState, {IconicState}); }
 
 int X11Ewmh::setState(XWindow window, Atom state, bool on) const {
     return send(window, x_.atoms().wmStateList, {on ? 1 : 0, static_cast<long>(state), 0, fromPager});

@@ -6,8 +6,7 @@
 
 namespace tarvik {
 
-X11Frontmost::X11Frontmost(std::shared_ptr<const DesktopEntries> entries)
-    : entries_(std::move(entries)) {}
+X11Frontmost::X11Frontmost(std::shared_ptr<const DesktopEntries> entries) : entries_(std::move(entries)) {}
 
 void X11Frontmost::watch(const X11Connection& x) {
     ewmh_ = std::make_unique<X11Ewmh>(x);

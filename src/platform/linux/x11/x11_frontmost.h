@@ -11,8 +11,8 @@
 
 namespace tarvik {
 
-/// Follows the window manager's active window on the tap's own connection, so that an event and the application it belongs
-/// to arrive in order, and a press asks nobody. Tap's thread.
+/// Follows the window manager's active window on the tap's own connection, so that an event and the application it
+/// belongs to arrive in order, and a press asks nobody. Tap's thread.
 class X11Frontmost final : public Frontmost {
 public:
     explicit X11Frontmost(std::shared_ptr<const DesktopEntries> entries);

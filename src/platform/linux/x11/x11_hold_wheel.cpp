@@ -49,8 +49,9 @@ std::vector<WheelTurn> X11HoldWheel::turns(const XiEvent& event) {
     for (auto& turn : turns) {
         const auto known = inverted_.find(turn.source);
         turn.directionInverted =
-            known != inverted_.end() ? known->second
-                                     : inverted_.emplace(turn.source, devices_.directionInverted(turn.source)).first->second;
+            known != inverted_.end()
+                ? known->second
+                : inverted_.emplace(turn.source, devices_.directionInverted(turn.source)).first->second;
     }
     return turns;
 }

@@ -24,9 +24,9 @@ struct WheelTurn {
     bool directionInverted = false;
 };
 
-/// Scroll axes are absolute: a movement that we swallow stays in the value, and the application below would make one jump
-/// of it at its next scroll. So each movement is taken back at once, and turned again when it is to reach the application.
-/// Tap's thread.
+/// Scroll axes are absolute: a movement that we swallow stays in the value, and the application below would make one
+/// jump of it at its next scroll. So each movement is taken back at once, and turned again when it is to reach the
+/// application. Tap's thread.
 class X11HoldWheel {
 public:
     X11HoldWheel(Display* display, X11Devices& devices) : display_(display), devices_(devices) {}
@@ -39,8 +39,8 @@ public:
     void takeBack(const WheelTurn& turn);
     /// Makes the turn anew, for an application. While the grab is open.
     void repeat(const WheelTurn& turn);
-    /// Tells the application below where the device's axes stand. Each grab makes toolkits forget it, and they would take the
-    /// first notch after it for that. While no grab is active.
+    /// Tells the application below where the device's axes stand. Each grab makes toolkits forget it, and they would
+    /// take the first notch after it for that. While no grab is active.
     void announce(int source);
 
 private:

@@ -154,9 +154,9 @@ void X11PointerFilter::wheel(const XiEvent& event) {
 }
 
 void X11PointerFilter::passWheel(const WheelTurn& turn) {
-    // The grab lives as long as a button is down, and an application that gets a wheel's button while another one is down
-    // keeps the pointer until that one is up. So the trigger goes up for the moment of the turn, as far as the server knows,
-    // and its new press brings the grab back. With other buttons down the turn is dropped.
+    // The grab lives as long as a button is down, and an application that gets a wheel's button while another one is
+    // down keeps the pointer until that one is up. So the trigger goes up for the moment of the turn, as far as the
+    // server knows, and its new press brings the grab back. With other buttons down the turn is dropped.
     if (!hold_->others.empty())
         return;
     devices_.prepare(hold_->source);
@@ -194,8 +194,8 @@ void X11PointerFilter::release(const XiEvent& event) {
         const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
                                         [&](const auto& pressed) { return pressed.first == event.button; });
         if (other != hold_->others.end()) {
-            otherClicks_.push_back({other->first, other->second, static_cast<int>(event.location.x),
-                                    static_cast<int>(event.location.y)});
+            otherClicks_.push_back(
+                {other->first, other->second, static_cast<int>(event.location.x), static_cast<int>(event.location.y)});
             hold_->others.erase(other);
         }
     }
@@ -245,7 +245,9 @@ void X11PointerFilter::devicesChanged() {
     }
 }
 
-void X11PointerFilter::allow(const XiEvent& event, int mode) { XIAllowEvents(display_, event.master, mode, event.time); }
+void X11PointerFilter::allow(const XiEvent& event, int mode) {
+    XIAllowEvents(display_, event.master, mode, event.time);
+}
 
 PointerEvent X11PointerFilter::pointerEvent(const XiEvent& event, PointerEventType type) {
     PointerEvent result;

@@ -19,9 +19,9 @@
 
 namespace tarvik {
 
-/// Tap's thread. From the press of the trigger button to the release of the last button that went down meanwhile, all pointer
-/// events come to us. The handler decides about the press and gets every movement, turn of the wheel and the release;
-/// clicks of other buttons during a hold are handed to the application after it.
+/// Tap's thread. From the press of the trigger button to the release of the last button that went down meanwhile, all
+/// pointer events come to us. The handler decides about the press and gets every movement, turn of the wheel and the
+/// release; clicks of other buttons during a hold are handed to the application after it.
 class X11PointerFilter {
 public:
     struct Hooks {

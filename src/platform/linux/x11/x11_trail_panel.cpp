@@ -24,9 +24,7 @@ std::uint32_t accentColour(const QPalette& palette) {
 #endif
 }
 
-long area(const PixelRect& rect) {
-    return static_cast<long>(rect.width) * rect.height;
-}
+long area(const PixelRect& rect) { return static_cast<long>(rect.width) * rect.height; }
 
 PixelRect pixels(const Rect& frame) {
     return {static_cast<int>(std::lround(frame.x)), static_cast<int>(std::lround(frame.y)),
@@ -40,9 +38,7 @@ X11TrailPanel::X11TrailPanel(const Screen& screen, Environment environment)
     , environment_(std::move(environment))
     , window_(environment_.connection, environment_.visual, pixels(screen.frame)) {}
 
-X11TrailPanel::~X11TrailPanel() {
-    hide();
-}
+X11TrailPanel::~X11TrailPanel() { hide(); }
 
 PixelRect X11TrailPanel::bounds() const {
     const PixelRect frame = pixels(screen_.frame);

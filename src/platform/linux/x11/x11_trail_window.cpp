@@ -139,9 +139,7 @@ void X11TrailWindow::map() const {
     xcb_map_window(xcb_, window_);
 }
 
-void X11TrailWindow::unmap() const {
-    xcb_unmap_window(xcb_, window_);
-}
+void X11TrailWindow::unmap() const { xcb_unmap_window(xcb_, window_); }
 
 void X11TrailWindow::raise() const {
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;

@@ -19,7 +19,8 @@ struct XiEvent {
     static constexpr std::size_t axisCount = 16;
 
     XiEventType type = XiEventType::motion;
-    /// As X counts: 1 left, 2 middle, 3 right, 4 to 7 the wheel. Of raw events the device's switch; see x11_button_map.h.
+    /// As X counts: 1 left, 2 middle, 3 right, 4 to 7 the wheel. Of raw events the device's switch; see
+    /// x11_button_map.h.
     int button = 0;
     /// The slave device that it comes from, and the master whose pointer it moves.
     int source = 0;

@@ -14,9 +14,7 @@ class XiQueue {
 public:
     /// `other` gets every event that is not of the X Input Extension, when it is read.
     XiQueue(Display* display, int opcode, std::function<void(const XEvent&)> other)
-        : display_(display)
-        , opcode_(opcode)
-        , other_(std::move(other)) {}
+        : display_(display), opcode_(opcode), other_(std::move(other)) {}
 
     /// Takes over everything that the server has sent. Waits for nothing.
     void pull();
