@@ -3,11 +3,17 @@
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <thread>
 #include <utility>
 
 namespace tarvik {
 namespace {
+
+/// How long a window manager may look at a turn of the wheel, and how often to ask whether it is done.
+constexpr auto longestWait = std::chrono::milliseconds(100);
+constexpr auto retryInterval = std::chrono::microseconds(200);
 
 constexpr int xRight = 3;
 constexpr int xMiddle = 2;
@@ -159,22 +165,46 @@ void X11PointerFilter::passWheel(const WheelTurn& turn) {
     // server knows, and its new press brings the grab back. With other buttons down the turn is dropped.
     if (!hold_->others.empty())
         return;
-    devices_.prepare(hold_->source);
+    const int source = hold_->source;
+    const int button = hold_->button;
+    devices_.prepare(source);
     const auto releaseRequest = NextRequest(display_);
     expected_.emplace_back(XiEventType::release, releaseRequest);
-    devices_.fakeButton(hold_->source, hold_->button, false);
+    devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
-    expected_.emplace_back(XiEventType::press, NextRequest(display_));
-    devices_.fakeButton(hold_->source, hold_->button, true);
+    waitForPointer();
+    const auto pressRequest = NextRequest(display_);
+    expected_.emplace_back(XiEventType::press, pressRequest);
+    devices_.fakeButton(source, button, true);
     XSync(display_, False);
     queue_.pull();
-    // Had the hand let go before, our press would hold the button for ever.
+
+    // If the hand let go before our press, nobody else will ever release the button.
     const auto& events = queue_.waiting();
-    const bool letGo = std::any_of(events.begin(), events.end(), [this, releaseRequest](const XiEvent& event) {
-        return event.type == XiEventType::release && event.button == hold_->button && event.serial < releaseRequest;
+    const auto ownPress = std::find_if(events.begin(), events.end(), [&](const XiEvent& event) {
+        return event.type == XiEventType::rawPress && event.source == source && event.serial == pressRequest;
+    });
+    const bool letGo = std::any_of(events.begin(), ownPress, [&](const XiEvent& event) {
+        return event.type == XiEventType::rawRelease && event.source == source &&
+               devices_.buttons().logical(event.button) == button && event.serial != releaseRequest;
     });
     if (letGo)
-        devices_.fakeButton(hold_->source, hold_->button, false);
+        devices_.fakeButton(source, button, false);
+}
+
+void X11PointerFilter::waitForPointer() {
+    // A window manager may hold the pointer frozen while it looks at the turn; a press now would follow the turn to the
+    // application. Once we could grab the pointer, nobody else has it.
+    unsigned char bits[1] = {};
+    XIEventMask mask{hold_->master, sizeof bits, bits};
+    const auto deadline = std::chrono::steady_clock::now() + longestWait;
+    while (XIGrabDevice(display_, hold_->master, x_.root(), CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False,
+                        &mask) != Success) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return;
+        std::this_thread::sleep_for(retryInterval);
+    }
+    XIUngrabDevice(display_, hold_->master, CurrentTime);
 }
 
 bool X11PointerFilter::isOwn(const XiEvent& event) {

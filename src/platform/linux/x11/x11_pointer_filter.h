@@ -72,6 +72,8 @@ private:
     void end();
     void wheel(const XiEvent& event);
     void passWheel(const WheelTurn& turn);
+    /// Returns when no other client has the pointer, or after a tenth of a second.
+    void waitForPointer();
     void devicesChanged();
     void otherEvent(const XEvent& event);
     bool isOwn(const XiEvent& event);
