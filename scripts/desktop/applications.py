@@ -5,10 +5,12 @@ import json
 import os
 import subprocess
 import tempfile
+import time
 
 from desktop.polling import PATIENCE, poll
 
 HERE = os.path.dirname(os.path.realpath(__file__))
+SETTLED = 0.25  # seconds for which a window must have kept the focus
 PLACE = (40, 40, 1000, 700)  # x, y, width, height: room for menus to the right and below
 
 
@@ -66,9 +68,20 @@ class Application:
         self.focus(window)
 
     def focus(self, window=None):
+        """Gives the window the focus for good: a toolkit that is still starting takes it once more."""
         window = window or self.window
-        window.activate()
-        assert poll(lambda: self.screen.active() == window), f"{window} does not get the focus"
+        since = None
+
+        def settled():
+            nonlocal since
+            if self.screen.active() != window:
+                since = None
+                window.activate()
+                return False
+            since = since or time.monotonic()
+            return time.monotonic() - since > SETTLED
+
+        assert poll(settled), f"{window} does not get the focus"
 
 
 class Browser(Application):
