@@ -194,7 +194,7 @@ const BoundAction* GestureEngine::boundAction(const std::string& directions) con
 }
 
 std::string GestureEngine::label(const std::string& directions) const {
-    const auto arrows = Gesture::arrows(directions);
+    auto arrows = Gesture::arrows(directions);
     if (onRecord_)
         return "Record: " + arrows;
     const auto* bound = boundAction(directions);

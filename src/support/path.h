@@ -38,8 +38,9 @@ private:
     static constexpr std::size_t chunkCount = 40;
 
     static std::pair<std::size_t, std::size_t> slot(std::size_t index) {
-        const auto chunk = static_cast<std::size_t>(std::bit_width(index / firstChunk + 1) - 1);
-        return {chunk, index - firstChunk * ((std::size_t{1} << chunk) - 1)};
+        // The chunks before one of 64 * unit points hold 64 * (unit - 1) in all.
+        const auto unit = std::bit_floor(index / firstChunk + 1);
+        return {static_cast<std::size_t>(std::countr_zero(unit)), index - firstChunk * (unit - 1)};
     }
 
     std::array<std::unique_ptr<Point[]>, chunkCount> chunks_;
