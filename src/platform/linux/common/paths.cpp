@@ -32,7 +32,7 @@ std::filesystem::path stateFolder() {
     auto base = folderFromEnvironment("XDG_STATE_HOME");
     if (base.empty())
         base = home() / ".local/state";
-    const auto folder = base / "tarvik";
+    auto folder = base / "tarvik";
     std::error_code ignored;
     std::filesystem::create_directories(folder, ignored);
     return folder;

@@ -92,7 +92,8 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     return Outcome::later;
 }
 
-bool X11ClickReturn::merged(Events begin, Events end, int device, int button, unsigned long pressRequest) const {
+bool X11ClickReturn::merged(const Events& begin, const Events& end, int device, int button,
+                            unsigned long pressRequest) const {
     enum class Ours { notYet, down, up } ours = Ours::notYet;
     std::set<int> othersDown;
     for (auto event = begin; event != end && ours != Ours::up; ++event) {

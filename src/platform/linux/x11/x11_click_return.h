@@ -57,7 +57,7 @@ private:
     using Events = std::deque<XiEvent>::const_iterator;
     /// Whether another press of the button was down at the moment of ours, or came before our release: to applications
     /// both are one press.
-    bool merged(Events begin, Events end, int device, int button, unsigned long pressRequest) const;
+    bool merged(const Events& begin, const Events& end, int device, int button, unsigned long pressRequest) const;
     bool isDown(int button) const;
     void unwatchIfDone();
 

@@ -6,7 +6,8 @@
 #include <X11/extensions/XInput2.h>
 #include <X11/extensions/XTest.h>
 
-#include <cstring>
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace tarvik {
@@ -50,8 +51,8 @@ bool hasIdentityMatrix(Display* display, int source) {
                                           &left, &data) != Success)
         return true;
     static constexpr float identity[9] = {1, 0, 0, 0, 1, 0, 0, 0, 1};
-    const bool same =
-        type != floatType || format != 32 || count != 9 || std::memcmp(data, identity, sizeof identity) == 0;
+    const bool same = type != floatType || format != 32 || count != 9 ||
+                      std::equal(std::begin(identity), std::end(identity), reinterpret_cast<const float*>(data));
     if (data)
         XFree(data);
     return same;
