@@ -24,7 +24,7 @@ std::string_view environment(const char* name) {
     return value ? value : "";
 }
 
-/// The XDG base directories, by the rules of the specification: relative ones do not count.
+/// The XDG base directories; relative ones do not count.
 std::vector<fs::path> applicationFolders() {
     std::vector<fs::path> folders;
     const auto add = [&folders](const fs::path& data) {
