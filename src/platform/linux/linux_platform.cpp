@@ -50,10 +50,11 @@ public:
     Windows& windows() override { return actions_->windows(); }
     Workspace& workspace() override { return actions_->workspace(); }
 
-    int run() override { return QGuiApplication::exec(); }
+    int run() override;
     void stop() override;
 
 private:
+    LogSink& log_;
     QGuiApplication application_;
     QtMainQueue mainQueue_;
     TerminationSignals signals_;
@@ -69,17 +70,30 @@ private:
     X11EventTap tap_;
 };
 
+constexpr auto displayGone = "the display server has gone; ending";
+
 /// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us
 /// it has released.
 [[noreturn]] void endWithTheDisplay(LogSink& log) {
-    log.write("the display server has gone; ending");
+    log.write(displayGone);
     log.flush();
     std::_Exit(EXIT_FAILURE);
 }
 
+/// While the main loop runs: the toolkit, when it is the first to find the display gone, calls exit() by itself.
+LogSink* logOfAnEarlyExit = nullptr;
+
+void logEarlyExit() {
+    if (!logOfAnEarlyExit)
+        return;
+    logOfAnEarlyExit->write(displayGone);
+    logOfAnEarlyExit->flush();
+}
+
 LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_ptr<const DesktopEntries> entries,
                              std::unique_ptr<X11ActionsPlatform> actions)
-    : application_(argc, argv)
+    : log_(log)
+    , application_(argc, argv)
     , signals_([] { QCoreApplication::quit(); })
     , defaults_(preferencesFile(), log)
     , layout_(log,
@@ -99,6 +113,13 @@ LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_p
     worker_.emplace("actions", log);
 }
 
+int LinuxPlatform::run() {
+    logOfAnEarlyExit = &log_;
+    const int exitCode = QGuiApplication::exec();
+    logOfAnEarlyExit = nullptr;
+    return exitCode;
+}
+
 void LinuxPlatform::stop() {
     tap_.stop();
     worker_.reset();
@@ -115,6 +136,7 @@ std::unique_ptr<Platform> makePlatform(int& argc, char** argv, LogSink& log) {
         std::fprintf(stderr, "Tarvik: %s\n", reason);
         return nullptr;
     }
+    std::atexit(logEarlyExit);
     // The tap and the overlay speak X11; in a Wayland session the toolkit would choose another display.
     qputenv("QT_QPA_PLATFORM", "xcb");
     return std::make_unique<LinuxPlatform>(argc, argv, log, entries, std::move(actions));
