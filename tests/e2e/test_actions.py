@@ -132,8 +132,7 @@ class WindowActions(ActionTest):
     def test_what_the_desktop_does_not_offer(self):
         """The fallback keys are sent, and logged; where there are none, that is logged."""
         probe = self.enterContext(Probe(self.desk.env, managed=True))
-        self.expect("the probe has the focus", lambda: (self.screen.active() or probe).id == probe.window.id
-                    if self.screen.active() else False)
+        self.expect("the probe has the focus", lambda: getattr(self.screen.active(), "id", None) == probe.window.id)
         for kind, keys, line in (("none", [], None),
                                  ("appExpose", [], "not offered by this desktop"),
                                  ("launchpad", [], "not offered by this desktop"),
@@ -144,6 +143,8 @@ class WindowActions(ActionTest):
                 self.perform(kind, (600, 400))
                 if line:
                     self._tarvik.wait_for_log(line, lines + 1)
+                for key in keys:
+                    probe.wait_for(("key", key))
                 self.keyboard.tap(KEY_END)
                 probe.wait_for(("key", "End"))
                 self.assertEqual(probe.keys(), keys + ["End"])
