@@ -74,19 +74,19 @@ class BrowserGestures(DesktopTest):
         self.browser.open("a", "p", "q", "r")
         tarvik = self.tarvik()
         self.hand.hold(self.browser.middle, "UD")
-        self.assertLess(self.turn_wheel(3), 0.1, "the machine is too busy to turn the wheel in time")
-        self.browser.expect("one step", lambda s: s["page"] == "p")
+        at_most = 1 + self.turn_wheel(3) // WHEEL_INTERVAL  # one, unless the machine is too busy to turn the wheel in time
         time.sleep(WHEEL_INTERVAL)
         self.turn_wheel(1)
-        self.browser.expect("the second step", lambda s: s["page"] == "q")
         time.sleep(WHEEL_INTERVAL)
         self.turn_wheel(-1)
-        self.browser.expect("a step back", lambda s: s["page"] == "p")
         self.mouse.release(RIGHT)
         tarvik.wait_for_log("gesture 'UD' scrolled=true -> Reload")
-        self.browser.expect_page("p")
-        self.assertEqual([line for line in tarvik.log() if line.startswith("perform")],
-                         ["perform Next Tab", "perform Next Tab", "perform Previous Tab"])
+
+        steps = [line for line in tarvik.log() if line.startswith("perform")]
+        burst = len(steps) - 2
+        self.assertTrue(1 <= burst <= at_most, f"{burst} steps for three notches, not {at_most}")
+        self.assertEqual(steps, ["perform Next Tab"] * burst + ["perform Next Tab", "perform Previous Tab"])
+        self.browser.expect_page("apqr"[burst])
         state = self.browser.state
         self.assertEqual((state["how"], state["scroll"], state["down"]), ("navigate", 0, [0, 0, 0]))
 
@@ -96,8 +96,7 @@ class BrowserGestures(DesktopTest):
         tarvik = self.tarvik(scrollBinding="none")
         before = self.browser.state
         self.hand.hold(self.browser.middle, "U")
-        for _ in range(4):
-            self.turn_wheel(1)
+        self.turn_wheel(4)
         scrolled = self.browser.expect("the page scrolls", lambda s: s["scroll"] > 100)
         self.assertEqual(scrolled["down"], [0, 0, 0])
         self.hand.strokes("D")
