@@ -2,6 +2,7 @@
 
 import os
 import struct
+import time
 import zlib
 from collections import namedtuple
 
@@ -176,6 +177,17 @@ class Desktop:
         rgb = bytearray(frame.width * frame.height * 3)
         rgb[0::3], rgb[1::3], rgb[2::3] = raw[2::4], raw[1::4], raw[0::4]
         return Picture(frame.width, frame.height, bytes(rgb))
+
+    def still(self, frame=None, duration=0.2, patience=5.0):
+        """What shows there once nothing has changed for a while, in seconds: programs draw late and let things fade in."""
+        picture, since = self.pixels(frame), time.monotonic()
+        deadline = since + patience
+        while time.monotonic() < min(since + duration, deadline):
+            time.sleep(0.02)
+            later = self.pixels(frame)
+            if later.rgb != picture.rgb:
+                picture, since = later, time.monotonic()
+        return picture
 
     def send(self, window, message, *numbers):
         data = (32, (list(numbers) + [0] * 5)[:5])

@@ -86,7 +86,7 @@ class DesktopTest(unittest.TestCase):
     def picture(self, name):
         folder = os.path.join(FOLDER, "pictures")
         os.makedirs(folder, exist_ok=True)
-        self.screen.pixels().save(os.path.join(folder, f"{name}-{WINDOW_MANAGER}.png"))
+        self.screen.still().save(os.path.join(folder, f"{name}-{WINDOW_MANAGER}.png"))
 
     def _end(self, tarvik):
         if tarvik.process.poll() is None:
