@@ -6,9 +6,6 @@
 namespace tarvik {
 namespace {
 
-/// A click whose device has gone, or whose button never comes up, must not hold up those behind it.
-constexpr int maxAttempts = 5;
-
 void update(std::set<std::pair<int, int>>& down, const XiEvent& event) {
     if (event.type == XiEventType::rawPress)
         down.insert({event.source, event.button});
@@ -43,13 +40,23 @@ void X11ClickReturn::settle() {
             waiting_ = true;
             return;
         }
-        if (giveBack(pending_.front()) == Outcome::later && ++pending_.front().attempts < maxAttempts) {
+        const auto outcome = giveBack(pending_.front());
+        if (outcome == Outcome::merged) {
             waiting_ = true;
             return;
         }
-        pending_.pop_front();
+        if (outcome == Outcome::given || !useStandIn(pending_.front().click))
+            pending_.pop_front();
     }
     unwatchIfDone();
+}
+
+bool X11ClickReturn::useStandIn(ReturnedClick& click) const {
+    const auto standIn = devices_.testPointer();
+    if (!standIn || click.source == *standIn)
+        return false;
+    click.source = *standIn;
+    return true;
 }
 
 void X11ClickReturn::follow(const XiEvent& event) { update(down_, event); }
@@ -66,7 +73,7 @@ bool X11ClickReturn::surfaced(const XiEvent& press) {
 X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     const auto& click = pending.click;
     if (isDown(click.button))
-        return Outcome::later;
+        return Outcome::merged;
     pending.uncertain = false;
     const auto known = static_cast<std::ptrdiff_t>(queue_.waiting().size());
 
@@ -83,24 +90,26 @@ X11ClickReturn::Outcome X11ClickReturn::giveBack(Pending& pending) {
     queue_.pull();
     const auto& events = queue_.waiting();
     const auto fresh = events.begin() + known;
-    if (!merged(fresh, events.end(), device, click.button, pressRequest))
-        return Outcome::given;
+    const auto result = outcome(fresh, events.end(), device, click.button, pressRequest);
     // A device that is frozen by a new hold keeps our click in the server's queue: it may still surface.
-    pending.uncertain = std::any_of(fresh, events.end(), [trigger](const XiEvent& event) {
-        return event.type == XiEventType::press && event.button == trigger && !event.reportsPosition();
-    });
-    return Outcome::later;
+    pending.uncertain =
+        result == Outcome::merged && std::any_of(fresh, events.end(), [trigger](const XiEvent& event) {
+            return event.type == XiEventType::press && event.button == trigger && !event.reportsPosition();
+        });
+    return result;
 }
 
-bool X11ClickReturn::merged(const Events& begin, const Events& end, int device, int button,
-                            unsigned long pressRequest) const {
+X11ClickReturn::Outcome X11ClickReturn::outcome(const Events& begin, const Events& end, int device, int button,
+                                                unsigned long pressRequest) const {
     enum class Ours { notYet, down, up } ours = Ours::notYet;
     std::set<int> othersDown;
     for (auto event = begin; event != end && ours != Ours::up; ++event) {
         const bool press = event->type == XiEventType::rawPress;
         if ((!press && event->type != XiEventType::rawRelease) || devices_.buttons().logical(event->button) != button)
             continue;
-        if (event->source == device && event->serial == pressRequest + (press ? 0 : 1)) {
+        // Of two with the serial number of our request the first is ours: the device goes on where the request ends.
+        if (event->source == device && event->serial == pressRequest + (press ? 0 : 1) &&
+            ours == (press ? Ours::notYet : Ours::down)) {
             ours = press ? Ours::down : Ours::up;
         } else if (press) {
             othersDown.insert(event->source);
@@ -108,8 +117,9 @@ bool X11ClickReturn::merged(const Events& begin, const Events& end, int device, 
             othersDown.erase(event->source);
         }
     }
-    // A press that the device did not even report was none: the button was down already.
-    return ours == Ours::notYet || !othersDown.empty();
+    if (!othersDown.empty())
+        return Outcome::merged;
+    return ours == Ours::notYet ? Outcome::refused : Outcome::given;
 }
 
 bool X11ClickReturn::isDown(int button) const {

@@ -49,15 +49,22 @@ private:
         ReturnedClick click;
         /// Our press may still wait in the server behind a press that froze the device.
         bool uncertain = false;
-        int attempts = 0;
     };
-    enum class Outcome { given, later };
+    enum class Outcome {
+        given,
+        /// Another press of the button was down at the moment of ours, or came before our release: to applications both
+        /// are one press. To be given back again after a release.
+        merged,
+        /// The device did not even report our press.
+        refused,
+    };
 
     Outcome giveBack(Pending& pending);
     using Events = std::deque<XiEvent>::const_iterator;
-    /// Whether another press of the button was down at the moment of ours, or came before our release: to applications
-    /// both are one press.
-    bool merged(const Events& begin, const Events& end, int device, int button, unsigned long pressRequest) const;
+    /// What became of our press, by the raw events since before it.
+    Outcome outcome(const Events& begin, const Events& end, int device, int button, unsigned long pressRequest) const;
+    /// For a device that has gone, or has no such button, the server's own makes the click. False when it could not.
+    bool useStandIn(ReturnedClick& click) const;
     bool isDown(int button) const;
     void unwatchIfDone();
 

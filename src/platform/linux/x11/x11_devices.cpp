@@ -94,17 +94,25 @@ int X11Devices::prepare(int source) {
     const auto known = placed_.find(source);
     if (known != placed_.end())
         return known->second;
-    const int device = hasScreenCoordinates(source) ? source : testPointer().value_or(source);
+    const int device = canPlacePointer(source) ? source : testPointer().value_or(source);
     opened(source);
     opened(device);
     return placed_.emplace(source, device).first->second;
 }
 
-bool X11Devices::hasScreenCoordinates(int source) const {
+bool X11Devices::exists(int device) const {
+    const X11ErrorTrap vanishedDevice(display_);
+    int count = 0;
+    return std::unique_ptr<XIDeviceInfo, FreeDeviceInfo>(XIQueryDevice(display_, device, &count)) != nullptr;
+}
+
+bool X11Devices::canPlacePointer(int source) const {
     const X11ErrorTrap vanishedDevice(display_);
     int count = 0;
     const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> device(XIQueryDevice(display_, source, &count));
-    for (int i = 0; device && i < device->num_classes; ++i) {
+    if (!device || !device->enabled || device->use != XISlavePointer)
+        return false;
+    for (int i = 0; i < device->num_classes; ++i) {
         const auto& axis = *reinterpret_cast<const XIValuatorClassInfo*>(device->classes[i]);
         if (axis.type == XIValuatorClass && axis.number <= 1 && axis.mode == XIModeAbsolute)
             return false;

@@ -37,10 +37,16 @@ public:
     /// Whether the user has inverted the device's scrolling ("natural scrolling"). One round trip.
     bool directionInverted(int source) const;
 
+    /// One round trip.
+    bool exists(int device) const;
+
     /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time.
     /// Answers the device that can put the pointer to an exact place: the device itself, or the server's own test
-    /// pointer where the device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse).
+    /// pointer where the device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse) or
+    /// it has been unplugged.
     int prepare(int source);
+    /// The server's own pointing device, which other programs' fake input comes from too. One round trip.
+    std::optional<int> testPointer() const;
     /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports
     /// its axes, which a press from a hand never does.
     void fakeButton(int source, int button, bool press, const int* place = nullptr);
@@ -58,8 +64,7 @@ private:
         void operator()(XDevice* device) const;
     };
     XDevice* opened(int source);
-    bool hasScreenCoordinates(int source) const;
-    std::optional<int> testPointer() const;
+    bool canPlacePointer(int source) const;
 
     Display* const display_;
     X11ButtonMap buttons_;

@@ -20,6 +20,7 @@ void X11HoldWheel::begin() {
     inverted_.clear();
     own_.clear();
     repeated_.clear();
+    listed_ = NextRequest(display_);
     for (const auto& [source, axes] : devices_.scrollAxes()) {
         for (const auto& axis : axes)
             axes_[source].push_back({axis});
@@ -27,31 +28,49 @@ void X11HoldWheel::begin() {
 }
 
 std::vector<WheelTurn> X11HoldWheel::turns(const XiEvent& event) {
-    std::vector<WheelTurn> turns;
-    if (event.type == XiEventType::press && isWheelButton(event.button) && !event.emulated) {
-        const std::int64_t line = event.button % 2 == 0 ? 1 : -1; // 4 up, 5 down, 6 left, 7 right
-        WheelTurn turn{event.source, std::nullopt, event.button};
-        (event.button <= 5 ? turn.vertical : turn.horizontal) = deltaOf(static_cast<double>(line), line);
-        turns.push_back(turn);
-    }
-    if (event.type != XiEventType::motion)
-        return turns;
-    catchUp(event);
-    for (auto& axis : axes_[event.source]) {
-        const auto number = static_cast<std::size_t>(axis.info.number);
-        if (number >= XiEvent::axisCount || !event.reported[number])
-            continue;
-        const double change = event.axes[number] - axis.info.value;
-        axis.info.value = event.axes[number];
-        if (change != 0 && !isOwn(event, axis.info.number, change))
-            turns.push_back(turnOf(event.source, axis, change));
-    }
+    auto turns = event.type == XiEventType::press ? ofButton(event) : ofAxes(event);
     for (auto& turn : turns) {
         const auto known = inverted_.find(turn.source);
         turn.directionInverted =
             known != inverted_.end()
                 ? known->second
                 : inverted_.emplace(turn.source, devices_.directionInverted(turn.source)).first->second;
+    }
+    return turns;
+}
+
+std::vector<WheelTurn> X11HoldWheel::ofButton(const XiEvent& event) {
+    std::vector<WheelTurn> turns;
+    const bool vertical = event.button <= 5;
+    const bool upOrLeft = event.button % 2 == 0; // 4 up, 5 down, 6 left, 7 right
+    if (!event.emulated) {
+        WheelTurn turn{event.source, std::nullopt, event.button};
+        const std::int64_t line = upOrLeft ? 1 : -1;
+        (vertical ? turn.vertical : turn.horizontal) = deltaOf(static_cast<double>(line), line);
+        turns.push_back(turn);
+        return turns;
+    }
+    for (auto& axis : axes_[event.source]) {
+        if (axis.changeUnknown && axis.info.vertical == vertical)
+            turns.push_back(turnOf(event.source, axis, upOrLeft ? -axis.info.increment : axis.info.increment));
+    }
+    return turns;
+}
+
+std::vector<WheelTurn> X11HoldWheel::ofAxes(const XiEvent& event) {
+    std::vector<WheelTurn> turns;
+    catchUp(event);
+    for (auto& axis : axes_[event.source]) {
+        const auto number = static_cast<std::size_t>(axis.info.number);
+        if (number >= XiEvent::axisCount || !event.reported[number])
+            continue;
+        // The list was made after this movement and has it in its value already.
+        axis.changeUnknown = !axis.moved && event.serial < listed_;
+        axis.moved = true;
+        const double change = axis.changeUnknown ? 0 : event.axes[number] - axis.info.value;
+        axis.info.value = event.axes[number];
+        if (change != 0 && !isOwn(event, axis.info.number, change))
+            turns.push_back(turnOf(event.source, axis, change));
     }
     return turns;
 }

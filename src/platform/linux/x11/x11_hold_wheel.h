@@ -33,7 +33,7 @@ public:
 
     /// At the beginning of a hold: learns where the axes stand. One round trip.
     void begin();
-    /// The turns that an event of the hold tells of, without those that we made ourselves.
+    /// The turns that a movement, or a press of a wheel's button, tells of, without those that we made ourselves.
     std::vector<WheelTurn> turns(const XiEvent& event);
     /// Takes a turn of an axis back; the event of it comes to us, and `turns` leaves it out. While the grab is active.
     void takeBack(const WheelTurn& turn);
@@ -48,6 +48,10 @@ private:
         ScrollAxis info;
         /// The part of a notch that has not made a line yet.
         double fraction = 0;
+        bool moved = false;
+        /// It moved between the press and the list of the axes: how far, the wheel buttons tell that the server makes
+        /// of the movement.
+        bool changeUnknown = false;
     };
     /// A turn of ours, and the request that made it.
     struct OwnTurn {
@@ -57,6 +61,8 @@ private:
         int amount = 0;
     };
 
+    std::vector<WheelTurn> ofButton(const XiEvent& event);
+    std::vector<WheelTurn> ofAxes(const XiEvent& event);
     bool isOwn(const XiEvent& event, int axis, double change);
     /// Brings the values of the axes to where they were before the event.
     void catchUp(const XiEvent& event);
@@ -65,6 +71,8 @@ private:
     Display* const display_;
     X11Devices& devices_;
     std::map<int, std::vector<Axis>> axes_;
+    /// The request that listed the axes.
+    unsigned long listed_ = 0;
     std::map<int, bool> inverted_;
     /// Those whose events come to us, and those whose events went to an application.
     std::deque<OwnTurn> own_;

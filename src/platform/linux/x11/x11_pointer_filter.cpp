@@ -3,17 +3,11 @@
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
-#include <thread>
 #include <utility>
 
 namespace tarvik {
 namespace {
-
-/// How long a window manager may look at a turn of the wheel, and how often to ask whether it is done.
-constexpr auto longestWait = std::chrono::milliseconds(100);
-constexpr auto retryInterval = std::chrono::microseconds(200);
 
 constexpr int xRight = 3;
 constexpr int xMiddle = 2;
@@ -55,15 +49,27 @@ X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Scr
     , devices_(display_)
     , grab_(display_, x.root())
     , clicks_(display_, x.root(), queue_, devices_, grab_)
-    , wheel_(display_, devices_) {
+    , wheel_(display_, devices_)
+    , wheelPass_(display_, x.root(), queue_, devices_, wheel_) {
     selectDeviceEvents(display_, x.root(), DeviceEvents::changes);
 }
 
 X11PointerFilter::~X11PointerFilter() {
-    // While the grab is ours the release comes to us; the hand's own release later changes nothing any more.
-    if (hold_)
-        devices_.fakeButton(hold_->source, hold_->button, false);
-    grab_.release();
+    grab_.release(); // a hold keeps its grab until the last button is up
+    XSync(display_, False);
+    queue_.pull();
+    if (hold_) {
+        // The releases come to us; those of the hand change nothing any more.
+        for (const auto& [button, source] : hold_->others)
+            devices_.fakeButton(source, button, false);
+        if (!hold_->decided)
+            devices_.fakeButton(hold_->source, hold_->button, false);
+    } else {
+        for (const auto& event : queue_.waiting()) {
+            if (event.type == XiEventType::press)
+                allow(event, wheelPass_.isOwn(event) ? XIAsyncDevice : XIReplayDevice);
+        }
+    }
     XSync(display_, False);
 }
 
@@ -92,11 +98,11 @@ void X11PointerFilter::process(const XiEvent& event) {
         press(event);
         break;
     case XiEventType::motion:
-        if (hold_ && !hold_->decided)
+        if (hold_)
             motion(event);
         break;
     case XiEventType::release:
-        if (hold_ && !isOwn(event))
+        if (hold_ && !wheelPass_.isOwn(event))
             release(event);
         break;
     case XiEventType::rawPress:
@@ -112,7 +118,10 @@ void X11PointerFilter::process(const XiEvent& event) {
 }
 
 void X11PointerFilter::press(const XiEvent& event) {
-    if (isOwn(event)) {
+    if (wheelPass_.isOwn(event)) {
+        // Where the hand has let go meanwhile, the rest is a hold that nobody is asked about.
+        if (!hold_)
+            hold_.emplace(Hold{event.source, event.master, event.button, true, event.location, {}});
         allow(event, XIAsyncDevice);
     } else if (hold_ && event.master == hold_->master) {
         allow(event, XIAsyncDevice);
@@ -120,9 +129,11 @@ void X11PointerFilter::press(const XiEvent& event) {
             wheel(event);
         else
             hold_->others.emplace_back(event.button, event.source);
-    } else if (hold_ || event.button != triggerOf(trigger_).xButton || clicks_.surfaced(event)) {
-        // Another pointer's, or our own.
+    } else if (hold_ || event.button != triggerOf(trigger_).xButton) {
+        allow(event, XIReplayDevice); // another pointer's, or that of an earlier trigger
+    } else if (clicks_.surfaced(event)) {
         allow(event, XIReplayDevice);
+        clicks_.settle();
     } else {
         begin(event);
     }
@@ -141,7 +152,8 @@ void X11PointerFilter::begin(const XiEvent& event) {
 
 void X11PointerFilter::motion(const XiEvent& event) {
     wheel(event);
-    if (event.location == hold_->location)
+    // A turn that passed may have ended the hold.
+    if (!hold_ || hold_->decided || event.location == hold_->location)
         return;
     hold_->location = event.location;
     decide(pointerEvent(event, triggerOf(trigger_).drag));
@@ -149,71 +161,39 @@ void X11PointerFilter::motion(const XiEvent& event) {
 
 void X11PointerFilter::wheel(const XiEvent& event) {
     for (const auto& turn : wheel_.turns(event)) {
-        wheel_.takeBack(turn);
+        // What is undone after the hold's end in the server would reach the application.
+        if (!releaseWaiting())
+            wheel_.takeBack(turn);
+        if (hold_->decided)
+            continue;
         auto scroll = pointerEvent(event, PointerEventType::scrollWheel);
         scroll.vertical = turn.vertical;
         scroll.horizontal = turn.horizontal;
         scroll.directionInverted = turn.directionInverted;
-        if (decide(std::move(scroll)))
-            passWheel(turn);
-    }
-}
-
-void X11PointerFilter::passWheel(const WheelTurn& turn) {
-    // The grab lives as long as a button is down, and an application that gets a wheel's button while another one is
-    // down keeps the pointer until that one is up. So the trigger goes up for the moment of the turn, as far as the
-    // server knows, and its new press brings the grab back. With other buttons down the turn is dropped.
-    if (!hold_->others.empty())
-        return;
-    const int source = hold_->source;
-    const int button = hold_->button;
-    devices_.prepare(source);
-    const auto releaseRequest = NextRequest(display_);
-    expected_.emplace_back(XiEventType::release, releaseRequest);
-    devices_.fakeButton(source, button, false);
-    wheel_.repeat(turn);
-    waitForPointer();
-    const auto pressRequest = NextRequest(display_);
-    expected_.emplace_back(XiEventType::press, pressRequest);
-    devices_.fakeButton(source, button, true);
-    XSync(display_, False);
-    queue_.pull();
-
-    // If the hand let go before our press, nobody else will ever release the button.
-    const auto& events = queue_.waiting();
-    const auto ownPress = std::find_if(events.begin(), events.end(), [&](const XiEvent& event) {
-        return event.type == XiEventType::rawPress && event.source == source && event.serial == pressRequest;
-    });
-    const bool letGo = std::any_of(events.begin(), ownPress, [&](const XiEvent& event) {
-        return event.type == XiEventType::rawRelease && event.source == source &&
-               devices_.buttons().logical(event.button) == button && event.serial != releaseRequest;
-    });
-    if (letGo)
-        devices_.fakeButton(source, button, false);
-}
-
-void X11PointerFilter::waitForPointer() {
-    // A window manager may hold the pointer frozen while it looks at the turn; a press now would follow the turn to the
-    // application. Once we could grab the pointer, nobody else has it.
-    unsigned char bits[1] = {};
-    XIEventMask mask{hold_->master, sizeof bits, bits};
-    const auto deadline = std::chrono::steady_clock::now() + longestWait;
-    while (XIGrabDevice(display_, hold_->master, x_.root(), CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False,
-                        &mask) != Success) {
-        if (std::chrono::steady_clock::now() > deadline)
+        // With other buttons down there is no way to the application, and the turn is dropped.
+        if (!decide(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
+            continue;
+        if (!wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button)) {
+            lose();
             return;
-        std::this_thread::sleep_for(retryInterval);
+        }
     }
-    XIUngrabDevice(display_, hold_->master, CurrentTime);
 }
 
-bool X11PointerFilter::isOwn(const XiEvent& event) {
-    // The server deals with what a request fakes before it reads the next one, so the serial number tells.
-    const auto own = std::find(expected_.begin(), expected_.end(), std::pair(event.type, event.serial));
-    if (own == expected_.end())
-        return false;
-    expected_.erase(expected_.begin(), own + 1);
-    return true;
+bool X11PointerFilter::releaseWaiting() {
+    queue_.pull();
+    const auto& events = queue_.waiting();
+    return hold_->others.empty() && std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
+               return event.type == XiEventType::release && event.button == hold_->button && !wheelPass_.isOwn(event);
+           });
+}
+
+void X11PointerFilter::lose() {
+    XiEvent up;
+    up.type = XiEventType::release;
+    up.button = hold_->button;
+    up.location = hold_->location;
+    release(up);
 }
 
 void X11PointerFilter::release(const XiEvent& event) {
@@ -243,7 +223,7 @@ void X11PointerFilter::end() {
     hold_.reset();
     for (const auto& posted : std::exchange(posted_, {})) {
         // A click is posted as press and release; the device makes both.
-        if (posted.type != triggerOf(trigger_).down)
+        if (posted.type != triggerOf(trigger_).down || !posted.native)
             continue;
         const auto& native = *std::static_pointer_cast<const NativeEvent>(posted.native);
         clicks_.add({native.xButton, native.source, static_cast<int>(std::floor(posted.location.x)),
@@ -268,11 +248,13 @@ void X11PointerFilter::otherEvent(const XEvent& event) {
 }
 
 void X11PointerFilter::devicesChanged() {
+    // The grab is for every master, whenever it comes. A device that goes releases its buttons; a master takes its
+    // grabs along.
     devices_.forget();
-    if (grab_.held() && !hold_) {
-        grab_.release();
-        grab_.grab(triggerOf(trigger_).xButton);
-    }
+    if (hold_ && !devices_.exists(hold_->master))
+        lose();
+    if (!hold_ && clicks_.waiting())
+        clicks_.settle();
 }
 
 void X11PointerFilter::allow(const XiEvent& event, int mode) {

@@ -7,11 +7,11 @@
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_hold_wheel.h"
 #include "platform/linux/x11/x11_server_clock.h"
+#include "platform/linux/x11/x11_wheel_pass.h"
 #include "platform/linux/x11/xi_queue.h"
 #include "ports/event_tap.h"
 #include "ports/screens.h"
 
-#include <deque>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -71,12 +71,12 @@ private:
     void begin(const XiEvent& event);
     void end();
     void wheel(const XiEvent& event);
-    void passWheel(const WheelTurn& turn);
-    /// Returns when no other client has the pointer, or after a tenth of a second.
-    void waitForPointer();
+    /// Whether the release that ends the hold has been read.
+    bool releaseWaiting();
+    /// Ends a hold whose release will not be reported.
+    void lose();
     void devicesChanged();
     void otherEvent(const XEvent& event);
-    bool isOwn(const XiEvent& event);
     void allow(const XiEvent& event, int mode);
     PointerEvent pointerEvent(const XiEvent& event, PointerEventType type);
     std::optional<PointerEvent> decide(PointerEvent event);
@@ -90,13 +90,12 @@ private:
     X11ButtonGrab grab_;
     X11ClickReturn clicks_;
     X11HoldWheel wheel_;
+    X11WheelPass wheelPass_;
     X11ServerClock clock_;
     std::chrono::nanoseconds now_{};
 
     TriggerButton trigger_ = TriggerButton::right;
     std::optional<Hold> hold_;
-    /// Events that our own requests will bring, in order; see `passWheel`.
-    std::deque<std::pair<XiEventType, unsigned long>> expected_;
     std::vector<PointerEvent> posted_;
     std::vector<ReturnedClick> otherClicks_;
     std::vector<std::function<void()>> tasks_;

@@ -1,0 +1,43 @@
+// Lets a turn of the wheel through to the application in the middle of a hold.
+#pragma once
+
+#include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/x11_hold_wheel.h"
+#include "platform/linux/x11/xi_queue.h"
+
+#include <deque>
+#include <utility>
+
+namespace tarvik {
+
+/// The grab lives as long as a button is down, and an application that gets a wheel's button while another one is down
+/// keeps the pointer until that one is up. So the trigger goes up for the moment of the turn, as far as the server
+/// knows, and its new press brings the grab back. Tap's thread.
+class X11WheelPass {
+public:
+    X11WheelPass(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11HoldWheel& wheel)
+        : display_(display), root_(root), queue_(queue), devices_(devices), wheel_(wheel) {}
+
+    /// While only `button` of `source`, which moves the pointer `master`, is down. False when the hold is over because
+    /// something else got the press: nobody will report its release. A few round trips.
+    bool pass(const WheelTurn& turn, int source, int master, int button);
+    /// Whether the event was caused by `pass`.
+    bool isOwn(const XiEvent& event) const;
+
+private:
+    /// Returns when no other client has the pointer, or after a tenth of a second.
+    void waitForPointer(int master);
+    /// Whether the hand released the button before our press, by the raw events of its device.
+    bool letGo(int source, int button, unsigned long releaseRequest, unsigned long pressRequest) const;
+    void forgetExpected();
+
+    Display* const display_;
+    const ::Window root_;
+    XiQueue& queue_;
+    X11Devices& devices_;
+    X11HoldWheel& wheel_;
+    /// Events that our requests have brought or will bring, in order.
+    std::deque<std::pair<XiEventType, unsigned long>> expected_;
+};
+
+} // namespace tarvik
