@@ -4,8 +4,10 @@
 
 #include <X11/extensions/XTest.h>
 
+#include <exception>
 #include <poll.h>
 #include <pthread.h>
+#include <string>
 #include <utility>
 
 namespace tarvik {
@@ -61,6 +63,20 @@ void X11EventTap::stop() {
 
 void X11EventTap::setTriggerButton(TriggerButton button) { trigger_ = button; }
 
+template <typename F> void X11EventTap::guarded(const F& task) {
+    try {
+        task();
+    } catch (const std::exception& error) {
+        log_.write(std::string("tap: a task failed: ") + error.what());
+    } catch (...) {
+        log_.write("tap: a task failed");
+    }
+}
+
+void X11EventTap::run(std::function<void()> command) {
+    commands_.post([this, command = std::move(command)] { guarded(command); });
+}
+
 void X11EventTap::post(const PointerEvent& event) {
     if (filter_)
         filter_->post(event);
@@ -68,7 +84,7 @@ void X11EventTap::post(const PointerEvent& event) {
 
 void X11EventTap::afterEvent(std::function<void()> task) {
     if (filter_)
-        filter_->afterEvent(std::move(task));
+        filter_->afterEvent([this, task = std::move(task)] { guarded(task); });
 }
 
 void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
@@ -80,9 +96,14 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
         return;
     }
     frontmost_.watch(*x);
+    const auto decide = [this, &handler](const PointerEvent& event) {
+        std::optional<PointerEvent> decision = event; // the application's, unless the handler says otherwise
+        guarded([&] { decision = handler(event); });
+        return decision;
+    };
     X11PointerFilter filter(
         *x, *xiOpcode(x->display()), screens_,
-        {handler, [this] { commands_.drain(); }, [this](const XEvent& event) { frontmost_.handle(event); }});
+        {decide, [this] { commands_.drain(); }, [this](const XEvent& event) { frontmost_.handle(event); }});
     filter_ = &filter;
     commands_.drain();
     installed_ = filter.arm(trigger_);

@@ -34,7 +34,7 @@ public:
     void enable() override {} // the server switches no grab off
     void post(const PointerEvent& event) override;
     void afterEvent(std::function<void()> task) override;
-    void run(std::function<void()> command) override { commands_.post(std::move(command)); }
+    void run(std::function<void()> command) override;
 
     const Frontmost& frontmost() const { return frontmost_; }
 
@@ -42,6 +42,8 @@ private:
     /// The thread. Tells `armed` whether events arrive.
     void serve(const Handler& handler, std::promise<bool>& armed);
     void loop(const X11Connection& x, X11PointerFilter& filter);
+    /// Runs what others gave us; when it throws, the log gets a line and the pointer goes on.
+    template <typename F> void guarded(const F& task);
 
     const Screens& screens_;
     LogSink& log_;
