@@ -1,10 +1,15 @@
 #include "platform/linux/x11/x11_click_return.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstddef>
+#include <optional>
 
 namespace tarvik {
 namespace {
+
+/// How long a window manager may look at a click before the next one, which would move the pointer under it.
+constexpr std::chrono::milliseconds longestWait(5);
 
 void update(std::set<std::pair<int, int>>& down, const XiEvent& event) {
     if (event.type == XiEventType::rawPress)
@@ -32,7 +37,12 @@ void X11ClickReturn::unwatchIfDone() {
 
 void X11ClickReturn::settle() {
     waiting_ = false;
+    std::optional<ReturnedClick> last;
     while (!pending_.empty()) {
+        auto& click = pending_.front().click;
+        if (last && (last->x != click.x || last->y != click.y))
+            probe_.waitUntilFree(click.master, longestWait);
+        last = click;
         // A hold that has begun meanwhile comes first; its end settles the rest.
         queue_.pull();
         const auto& events = queue_.waiting();
@@ -45,7 +55,7 @@ void X11ClickReturn::settle() {
             waiting_ = true;
             return;
         }
-        if (outcome == Outcome::given || !useStandIn(pending_.front().click))
+        if (outcome == Outcome::given || !useStandIn(click))
             pending_.pop_front();
     }
     unwatchIfDone();

@@ -3,6 +3,7 @@
 
 #include "platform/linux/x11/x11_button_grab.h"
 #include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/xi_queue.h"
 
 #include <deque>
@@ -16,6 +17,8 @@ struct ReturnedClick {
     int button = 0;
     /// The device that made it: to the application the click comes from the user's own mouse.
     int source = 0;
+    /// The pointer that it moves.
+    int master = 0;
     /// Device pixels of the root window.
     int x = 0;
     int y = 0;
@@ -28,8 +31,9 @@ struct ReturnedClick {
 /// release. docs/decisions/0001-giving-a-click-back.md has the reasons and the figures. Tap's thread.
 class X11ClickReturn {
 public:
-    X11ClickReturn(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11ButtonGrab& grab)
-        : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab) {}
+    X11ClickReturn(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11ButtonGrab& grab,
+                   const X11PointerProbe& probe)
+        : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab), probe_(probe) {}
 
     /// From the moment a press is taken until everything is given back: follows what the devices do.
     void watch();
@@ -73,6 +77,7 @@ private:
     XiQueue& queue_;
     X11Devices& devices_;
     X11ButtonGrab& grab_;
+    const X11PointerProbe& probe_;
     std::deque<Pending> pending_;
     /// What is down, as (device, its switch), by the raw events so far.
     std::set<std::pair<int, int>> down_;

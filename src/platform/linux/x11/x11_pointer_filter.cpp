@@ -27,6 +27,7 @@ constexpr Trigger triggerOf(TriggerButton button) {
 /// What a swallowed event needs to be given back.
 struct NativeEvent {
     int source;
+    int master;
     int xButton;
 };
 
@@ -48,9 +49,10 @@ X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Scr
     , queue_(display_, opcode, [this](const XEvent& event) { otherEvent(event); })
     , devices_(display_)
     , grab_(display_, x.root())
-    , clicks_(display_, x.root(), queue_, devices_, grab_)
+    , probe_(display_, x.root())
+    , clicks_(display_, x.root(), queue_, devices_, grab_, probe_)
     , wheel_(display_, devices_)
-    , wheelPass_(display_, x.root(), queue_, devices_, wheel_) {
+    , wheelPass_(display_, queue_, devices_, probe_, wheel_) {
     selectDeviceEvents(display_, x.root(), DeviceEvents::changes);
 }
 
@@ -204,8 +206,8 @@ void X11PointerFilter::release(const XiEvent& event) {
         const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
                                         [&](const auto& pressed) { return pressed.first == event.button; });
         if (other != hold_->others.end()) {
-            otherClicks_.push_back(
-                {other->first, other->second, static_cast<int>(event.location.x), static_cast<int>(event.location.y)});
+            otherClicks_.push_back({other->first, other->second, hold_->master, static_cast<int>(event.location.x),
+                                    static_cast<int>(event.location.y)});
             hold_->others.erase(other);
         }
     }
@@ -226,7 +228,7 @@ void X11PointerFilter::end() {
         if (posted.type != triggerOf(trigger_).down || !posted.native)
             continue;
         const auto& native = *std::static_pointer_cast<const NativeEvent>(posted.native);
-        clicks_.add({native.xButton, native.source, static_cast<int>(std::floor(posted.location.x)),
+        clicks_.add({native.xButton, native.source, native.master, static_cast<int>(std::floor(posted.location.x)),
                      static_cast<int>(std::floor(posted.location.y))});
     }
     for (const auto& click : std::exchange(otherClicks_, {}))
@@ -271,7 +273,7 @@ PointerEvent X11PointerFilter::pointerEvent(const XiEvent& event, PointerEventTy
     result.time = now_;
     if (type == triggerOf(trigger_).down) {
         result.unitsPerPoint = unitsPerPointAt(event.location, screens_.screens());
-        result.native = std::make_shared<const NativeEvent>(NativeEvent{event.source, event.button});
+        result.native = std::make_shared<const NativeEvent>(NativeEvent{event.source, event.master, event.button});
     }
     return result;
 }

@@ -6,6 +6,7 @@
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_hold_wheel.h"
+#include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/x11_server_clock.h"
 #include "platform/linux/x11/x11_wheel_pass.h"
 #include "platform/linux/x11/xi_queue.h"
@@ -88,6 +89,7 @@ private:
     XiQueue queue_;
     X11Devices devices_;
     X11ButtonGrab grab_;
+    const X11PointerProbe probe_;
     X11ClickReturn clicks_;
     X11HoldWheel wheel_;
     X11WheelPass wheelPass_;

@@ -1,17 +1,13 @@
 #include "platform/linux/x11/x11_wheel_pass.h"
 
-#include <X11/extensions/XInput2.h>
-
 #include <algorithm>
 #include <chrono>
-#include <thread>
 
 namespace tarvik {
 namespace {
 
-/// How long a window manager may look at a turn of the wheel, and how often to ask whether it is done.
-constexpr auto longestWait = std::chrono::milliseconds(100);
-constexpr auto retryInterval = std::chrono::microseconds(200);
+/// How long a window manager may look at a turn of the wheel.
+constexpr std::chrono::milliseconds longestWait(100);
 
 } // namespace
 
@@ -23,7 +19,8 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     expected_.emplace_back(XiEventType::release, releaseRequest);
     devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
-    waitForPointer(master);
+    // While the window manager looks at the turn, a press would follow the turn to the application.
+    probe_.waitUntilFree(master, longestWait);
     const auto pressRequest = NextRequest(display_);
     expected_.emplace_back(XiEventType::press, pressRequest);
     devices_.fakeButton(source, button, true);
@@ -55,21 +52,6 @@ bool X11WheelPass::letGo(int source, int button, unsigned long releaseRequest, u
             down = event.type == XiEventType::rawPress;
     }
     return !down;
-}
-
-void X11WheelPass::waitForPointer(int master) {
-    // A window manager may hold the pointer frozen while it looks at the turn; a press now would follow the turn to the
-    // application. Once we could grab the pointer, nobody else has it.
-    unsigned char bits[1] = {};
-    XIEventMask mask{master, sizeof bits, bits};
-    const auto deadline = std::chrono::steady_clock::now() + longestWait;
-    while (XIGrabDevice(display_, master, root_, CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False, &mask) !=
-           Success) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return;
-        std::this_thread::sleep_for(retryInterval);
-    }
-    XIUngrabDevice(display_, master, CurrentTime);
 }
 
 bool X11WheelPass::isOwn(const XiEvent& event) const {

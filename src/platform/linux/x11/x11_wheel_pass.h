@@ -3,6 +3,7 @@
 
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_hold_wheel.h"
+#include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/xi_queue.h"
 
 #include <deque>
@@ -15,8 +16,9 @@ namespace tarvik {
 /// knows, and its new press brings the grab back. Tap's thread.
 class X11WheelPass {
 public:
-    X11WheelPass(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11HoldWheel& wheel)
-        : display_(display), root_(root), queue_(queue), devices_(devices), wheel_(wheel) {}
+    X11WheelPass(Display* display, XiQueue& queue, X11Devices& devices, const X11PointerProbe& probe,
+                 X11HoldWheel& wheel)
+        : display_(display), queue_(queue), devices_(devices), probe_(probe), wheel_(wheel) {}
 
     /// While only `button` of `source`, which moves the pointer `master`, is down. False when the hold is over because
     /// something else got the press: nobody will report its release. A few round trips.
@@ -25,16 +27,14 @@ public:
     bool isOwn(const XiEvent& event) const;
 
 private:
-    /// Returns when no other client has the pointer, or after a tenth of a second.
-    void waitForPointer(int master);
     /// Whether the hand released the button before our press, by the raw events of its device.
     bool letGo(int source, int button, unsigned long releaseRequest, unsigned long pressRequest) const;
     void forgetExpected();
 
     Display* const display_;
-    const ::Window root_;
     XiQueue& queue_;
     X11Devices& devices_;
+    const X11PointerProbe& probe_;
     X11HoldWheel& wheel_;
     /// Events that our requests have brought or will bring, in order.
     std::deque<std::pair<XiEventType, unsigned long>> expected_;
