@@ -26,14 +26,14 @@ class Application:
         self.process = None
 
     def __enter__(self):
-        before = set(self.screen.windows())
         name = self.command[0]
         env = dict(self.desk.env, XDG_CONFIG_HOME=tempfile.mkdtemp(prefix=f"config-{name}-", dir=self.desk.folder))
         with open(self.desk.path(f"{name}.out"), "ab") as output:
             self.process = subprocess.Popen([*self.command, *self._arguments], env=env, cwd=self.desk.folder,
                                             stdin=subprocess.DEVNULL, stdout=output, stderr=output)
         try:
-            self.window = self.new_window(before)
+            # Not told from the windows there were: the server gives a new program the numbers of one that has just ended.
+            self.window = self.new_window(())
             self.arrange(self.window, self._place)
         except BaseException:
             self.__exit__()
