@@ -1,0 +1,88 @@
+// The wheel while the gesture button is held: what the handler is told, and what the application gets to see.
+#include "platform/support/tap_fixture.h"
+
+namespace tarvik {
+namespace {
+
+TEST_F(X11Tap, turnsOfTheWheelAreReportedAndLeaveNoJump) {
+    press = Press::take;
+    input("mouse wheel 0 1"); // the application learns the axis's value
+    input("mouse wheel 0 1");
+    expectSeen({"scroll 1"});
+
+    input("mouse press 3");
+    onTap([] {});
+    input("mouse wheel 0 1");
+    input("mouse wheel 0 1");
+    input("mouse wheel 0 -3");
+    input("mouse wheel 1 0");
+    onTap([] {});
+    input("mouse release 3");
+    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "wheel -1 0 (-1)", "wheel 3 0 (3)", "wheel 0 -1 (-1)",
+                 "up 1 at 300,200"});
+    input("mouse wheel 0 1");
+    expectSeen({"scroll 1"});
+}
+
+TEST_F(X11Tap, halfNotchesMakeALineTogether) {
+    press = Press::take;
+    input("mouse press 3");
+    onTap([] {});
+    input("mouse wheel 0 -0.5");
+    input("mouse wheel 0 -0.5");
+    onTap([] {});
+    input("mouse release 3");
+    expectAsked({"down 1 at 300,200", "wheel 0 0 (0.5)", "wheel 1 0 (0.5)", "up 1 at 300,200"});
+}
+
+TEST_F(X11Tap, aTurnWhileThePressIsBeingDecidedCounts) {
+    press = Press::take;
+    input("mouse wheel 0 1");
+    input("mouse wheel 0 1");
+    expectSeen({"scroll 1"});
+    whilePressWaits([] { DesktopInput()("mouse wheel 0 1"); });
+    input("mouse press 3");
+    onTap([] {});
+    input("mouse wheel 0 -1");
+    onTap([] {});
+    input("mouse release 3");
+    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "wheel 1 0 (1)", "up 1 at 300,200"});
+    input("mouse wheel 0 1");
+    expectSeen({"scroll 1"});
+}
+
+TEST_F(X11Tap, turnsThatPassReachTheApplicationAndTheHoldGoesOn) {
+    wheel = Wheel::pass;
+    input("mouse wheel 0 1");
+    expectSeen({});
+    input("mouse press 3");
+    onTap([] {});
+    for (const int turn : {1, 1, -1}) {
+        input(fmt::format("mouse wheel 0 {}", turn));
+        onTap([] {});
+    }
+    input("mouse move 5 0");
+    input("mouse release 3");
+    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "wheel -1 0 (-1)", "wheel 1 0 (1)", "drag 1 at 305,200",
+                 "up 1 at 305,200"});
+    expectSeen({"scroll 1", "scroll 1", "scroll -1", "press 3 at 305,200 mouse", "release 3 at 305,200 mouse"});
+    input("mouse wheel 0 1");
+    expectSeen({"scroll 1"});
+}
+
+TEST_F(X11Tap, turnsThatPassWhileTheButtonGoesUpLeaveNothingDown) {
+    wheel = Wheel::pass;
+    for (int i = 0; i < 100; ++i) {
+        input("mouse press 3");
+        input("mouse wheel 0 1");
+        input("mouse release 3");
+        auto lines = seenUntil([](const Lines& all) { return !all.empty() && all.back() == rightClick[1]; });
+        // The turn may be too late to pass.
+        std::erase_if(lines, [](const std::string& line) { return line.starts_with("scroll"); });
+        ASSERT_EQ(lines, rightClick) << i;
+        ASSERT_EQ(client.buttonsDown(), 0U) << i;
+    }
+}
+
+} // namespace
+} // namespace tarvik
