@@ -16,15 +16,16 @@ ALLOWED = {
     "actions": {"ports", "model", "support"},
     "overlay": {"ports", "model", "support"},
     "settings": {"ports", "model", "support"},
-    "preferences": {"settings", "ports", "model", "support"},
+    "services": {"ports", "model", "support"},
+    "preferences": {"services", "settings", "ports", "model", "support"},
     "platform/linux": {"platform/linux/common", "platform/linux/x11", "ports", "model", "support"},
     "platform/linux/common": {"ports", "model", "support"},
     # Panels paint with the overlay's geometry, which is the same on every platform.
     "platform/linux/x11": {"platform/linux/common", "overlay", "ports", "model", "support"},
     "platform/macos": {"overlay", "ports", "model", "support"},
-    "app": {"preferences", "settings", "actions", "overlay", "engine", "ports", "model", "support"},
+    "app": {"preferences", "services", "settings", "actions", "overlay", "engine", "ports", "model", "support"},
 }
-PURE = {"support", "model", "ports", "engine", "actions", "overlay", "settings", "app"}
+PURE = {"support", "model", "ports", "engine", "actions", "overlay", "settings", "services", "app"}
 # The one foreign header of a pure room, and where.
 EXCEPTIONS = {("model/gesture_table_json.cpp", "nlohmann/json.hpp")}
 STANDARD = re.compile(r"^[a-z_0-9]+$")  # <vector>, <string>, ...: the standard library has no dot and no folder
