@@ -32,6 +32,10 @@ std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
         tap_.enable();
         return event;
     }
+    if (event.type == PointerEventType::holdLost) {
+        cancel();
+        return std::nullopt;
+    }
     if (event.marker == selfEventMarker)
         return event;
     if (event.type == PointerEventType::scrollWheel) {
@@ -56,8 +60,8 @@ std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
 
 void GestureEngine::setPreferences(std::shared_ptr<const Preferences> preferences) {
     // The release of the old button will have no phase: without this the hold would have no end.
-    if (preferences->triggerButton != preferences_->triggerButton && tracking_)
-        reset();
+    if (preferences->triggerButton != preferences_->triggerButton)
+        cancel();
     preferences_ = std::move(preferences);
     labelDirections_.reset();
     tap_.setTriggerButton(preferences_->triggerButton);
@@ -159,6 +163,13 @@ std::optional<PointerEvent> GestureEngine::handleScroll(PointerEvent event) {
         actions_.perform({wheelAction(binding, lines), {}}, std::nullopt);
     }
     return std::nullopt;
+}
+
+void GestureEngine::cancel() {
+    if (!tracking_)
+        return;
+    log_.write("gesture '" + recognizer_.directions + "' cancelled");
+    reset();
 }
 
 void GestureEngine::reset() {

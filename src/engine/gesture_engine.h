@@ -50,6 +50,8 @@ private:
     std::optional<PointerEvent> handleScroll(PointerEvent event);
 
     void begin(PointerEvent down);
+    /// Ends a hold without a result. A recorder goes on waiting.
+    void cancel();
     void reset();
     void replayClick(std::optional<PointerEvent> down, const PointerEvent& up);
     bool isFrontmostExcluded() const;

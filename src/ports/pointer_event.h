@@ -18,7 +18,11 @@ enum class PointerEventType : std::uint32_t {
     otherDown = 25,
     otherUp = 26,
     otherDragged = 27,
-    /// Notices, not input: the system has switched the tap off.
+    // Notices, not input.
+    /// The hold is over and its release will not come, or was not the hand's (the mouse was unplugged): what it would
+    /// have done is off.
+    holdLost = 0xFFFFFFFD,
+    /// The system has switched the tap off.
     tapDisabledByTimeout = 0xFFFFFFFE,
     tapDisabledByUserInput = 0xFFFFFFFF,
 };

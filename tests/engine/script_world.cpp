@@ -104,6 +104,11 @@ void ScriptWorld::input(const Words& words) {
     const auto& verb = words[0];
     if (verb == "wheel")
         return wheelInput(words);
+    if (verb == "lose") {
+        PointerEvent event;
+        event.type = PointerEventType::holdLost;
+        return send(event);
+    }
     if (verb == "tap-disabled") {
         PointerEvent event;
         event.type = at(words, 1) == "timeout" ? PointerEventType::tapDisabledByTimeout
