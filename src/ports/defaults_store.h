@@ -25,6 +25,10 @@ public:
     virtual void setText(std::string_view key, const std::string& value) = 0;
     virtual void setTextList(std::string_view key, const std::vector<std::string>& value) = 0;
     virtual void setData(std::string_view key, const std::string& value) = 0;
+
+    /// For a value that the caller cannot use and is about to replace: keeps it where the user can find it. Never at
+    /// the cost of what was kept before. True when it is kept, or there is none; false, logged, when it would be lost.
+    virtual bool setAside(std::string_view key) = 0;
 };
 
 } // namespace tarvik

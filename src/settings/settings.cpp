@@ -46,6 +46,7 @@ void Settings::loadMappings() {
         return;
     }
     mappings_ = *std::move(table);
+    tableIsOurs_ = true;
     addOnce("addedExitFullScreen", "LD", ActionKind::exitFullScreen);
     addOnce("addedEnterFullScreen", "RD", ActionKind::enterFullScreen);
 }
@@ -60,7 +61,11 @@ void Settings::addOnce(std::string_view marker, const char* gesture, ActionKind 
 }
 
 void Settings::saveMappings() {
-    if (const auto json = encodeGestureTable(mappings_))
+    const auto json = encodeGestureTable(mappings_);
+    if (!json)
+        return;
+    tableIsOurs_ = tableIsOurs_ || store_.setAside(settingKey(Setting::mappings));
+    if (tableIsOurs_)
         store_.setData(settingKey(Setting::mappings), *json);
 }
 

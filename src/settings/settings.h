@@ -32,7 +32,8 @@ enum class Setting : std::uint8_t {
 std::string_view settingKey(Setting setting);
 
 /// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What
-/// the store cannot answer, or answers with an unknown word, falls back to the registered default without a message.
+/// the store cannot answer, or answers with an unknown word, falls back to the registered default without a message,
+/// and stays stored until the property changes; a table is set aside even then.
 class Settings {
 public:
     /// Loads everything, and brings a stored table up to date once: gestures that later versions added are entered
@@ -78,6 +79,8 @@ private:
     /// Everything but the table.
     Preferences values_;
     GestureTable mappings_;
+    /// What is stored as the table may be written over.
+    bool tableIsOurs_ = false;
     Observers<Setting> observers_;
 };
 

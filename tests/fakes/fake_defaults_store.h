@@ -36,6 +36,14 @@ public:
     void setTextList(std::string_view key, const std::vector<std::string>& value) override { put(key, value); }
     void setData(std::string_view key, const std::string& value) override { put(key, Data{value}); }
 
+    bool refuseSetAside = false;
+    std::vector<Value> aside;
+    bool setAside(std::string_view key) override {
+        if (const auto found = values.find(key); found != values.end() && !refuseSetAside)
+            aside.push_back(found->second);
+        return !refuseSetAside;
+    }
+
 private:
     template <class T> std::optional<T> get(std::string_view key) const {
         const auto found = values.find(key);

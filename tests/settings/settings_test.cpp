@@ -107,15 +107,25 @@ TEST(Settings, theUsersOwnBindingIsLeftAlone) {
     EXPECT_EQ(store.boolean("addedExitFullScreen"), true);
 }
 
-TEST(Settings, aTableThatCannotBeReadIsReplacedInMemoryOnly) {
+TEST(Settings, aTableThatCannotBeReadIsSetAsideBeforeItIsReplaced) {
     FakeDefaultsStore store;
     const std::string broken = R"({"U":{"kind":"quitApp"},"L":{"kind":"fly"}})";
     store.setData("mappings", broken);
     store.writes.clear();
-    const Settings settings(store);
+    Settings settings(store);
     EXPECT_EQ(settings.mappings(), defaultMappings());
     EXPECT_EQ(store.data("mappings"), broken);
     EXPECT_TRUE(store.writes.empty());
+
+    store.refuseSetAside = true;
+    settings.setMappings({{"U", {ActionKind::quitApp, {}}}});
+    EXPECT_EQ(settings.mappings().size(), 1U);
+    EXPECT_EQ(store.data("mappings"), broken);
+    store.refuseSetAside = false;
+    settings.setMappings({{"D", {ActionKind::quitApp, {}}}});
+    settings.setMappings({{"D", {ActionKind::back, {}}}});
+    EXPECT_EQ(store.aside, std::vector<FakeDefaultsStore::Value>{Data{broken}});
+    EXPECT_EQ(stored(store).at("D").kind, ActionKind::back);
 }
 
 TEST(Settings, snapshotsCarryTheTitles) {

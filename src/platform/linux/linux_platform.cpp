@@ -4,11 +4,11 @@
 #include <QGuiApplication>
 #include <QSocketNotifier>
 
-#include "platform/linux/common/qt_defaults_store.h"
 #include "platform/linux/common/qt_main_queue.h"
 #include "platform/linux/common/termination_signals.h"
 
 #include "platform/linux/common/desktop_entries.h"
+#include "platform/linux/common/ini_defaults_store.h"
 #include "platform/linux/common/paths.h"
 #include "platform/linux/common/worker.h"
 #include "platform/linux/x11/x11_actions_platform.h"
@@ -58,7 +58,7 @@ private:
     QGuiApplication application_;
     QtMainQueue mainQueue_;
     TerminationSignals signals_;
-    QtDefaultsStore defaults_;
+    IniDefaultsStore defaults_;
     std::function<void()> layoutChanged_;
     X11KeyboardLayout layout_;
     QSocketNotifier layoutNotifier_;

@@ -38,6 +38,13 @@ std::filesystem::path stateFolder() {
     return folder;
 }
 
+std::filesystem::path preferencesFile() {
+    auto folder = folderFromEnvironment("XDG_CONFIG_HOME");
+    if (folder.empty())
+        folder = home() / ".config";
+    return folder / "Tarvik.conf";
+}
+
 std::filesystem::path logFile() { return stateFolder() / "Tarvik.log"; }
 
 } // namespace tarvik
