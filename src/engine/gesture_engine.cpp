@@ -65,6 +65,7 @@ void GestureEngine::setPreferences(std::shared_ptr<const Preferences> preference
     preferences_ = std::move(preferences);
     labelDirections_.reset();
     tap_.setTriggerButton(preferences_->triggerButton);
+    tap_.setWheelReversal({preferences_->reverseVertical, preferences_->reverseHorizontal});
 }
 
 void GestureEngine::setOnRecord(RecordHandler handler) {

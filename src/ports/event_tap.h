@@ -9,6 +9,13 @@
 
 namespace tarvik {
 
+/// Which axes of the wheel are meant.
+struct WheelAxes {
+    bool vertical = false;
+    bool horizontal = false;
+    friend bool operator==(const WheelAxes&, const WheelAxes&) = default;
+};
+
 class EventTap {
 public:
     /// Decides one event: the event itself, a changed one, or nothing to swallow it. Called on the tap's thread.
@@ -26,6 +33,9 @@ public:
     /// The button that the handler acts on: a platform that can may leave the others alone. Takes effect when no button
     /// is held. Tap's thread.
     virtual void setTriggerButton(TriggerButton button) = 0;
+    /// The axes that the handler reverses: a platform that does not report the wheel while no button is held has the
+    /// system reverse them instead. Touch surfaces stay as they are. Tap's thread.
+    virtual void setWheelReversal(WheelAxes /*axes*/) {}
     /// Switches a tap that the system has switched off on again. Tap's thread.
     virtual void enable() = 0;
     /// Puts an event into the input stream, below the applications; its marker makes the tap pass it. Tap's thread.
