@@ -133,24 +133,17 @@ TrailMask::Level TrailMask::levelAt(double distance) const {
     return static_cast<Level>(edgeLevel * std::max(0.0, (shadowReach_ - distance) / (shadowReach_ - edgeReach)));
 }
 
-bool TrailMask::mostlyLine(int x, int top, int bottom) const {
-    int covered = 0;
-    for (int y = top; y < bottom; ++y)
-        covered += std::max(0, row(y)[x] - edgeLevel);
-    return covered >= (bottom - top) * (halfLevel - edgeLevel);
-}
-
-std::vector<PixelRect> TrailMask::runs(const PixelRect& area, int height) const {
+std::vector<PixelRect> TrailMask::runs(const PixelRect& area) const {
     std::vector<PixelRect> result;
     const PixelRect inside = area.intersected(bounds());
-    for (int y = inside.y / height * height; y < inside.bottom(); y += height) {
-        const int bottom = std::min(y + height, height_);
+    for (int y = inside.y; y < inside.bottom(); ++y) {
+        const Level* const levels = row(y);
         for (int x = inside.x; x < inside.right(); ++x) {
             const int start = x;
-            while (x < inside.right() && mostlyLine(x, y, bottom))
+            while (x < inside.right() && levels[x] >= halfLevel)
                 ++x;
             if (x > start)
-                result.push_back({start, y, x - start, bottom - y});
+                result.push_back({start, y, x - start, 1});
         }
     }
     return result;

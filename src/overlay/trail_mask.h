@@ -54,16 +54,14 @@ public:
     }
     PixelRect bounds() const { return {0, 0, width_, height_}; }
 
-    /// The line inside `area` without antialiasing, as runs in rows of `height` pixels, top to bottom. Rows lie at
-    /// multiples of their height, and may reach out of the area by less than one.
-    std::vector<PixelRect> runs(const PixelRect& area, int height = 1) const;
+    /// The line inside `area` without antialiasing, as runs one pixel high, top to bottom.
+    std::vector<PixelRect> runs(const PixelRect& area) const;
 
 private:
     struct Free {
         void operator()(void* memory) const { std::free(memory); }
     };
 
-    bool mostlyLine(int x, int top, int bottom) const;
     PixelRect capsule(Point from, Point to);
     Level levelAt(double distance) const;
 

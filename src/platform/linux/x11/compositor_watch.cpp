@@ -31,10 +31,9 @@ void CompositorWatch::handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7F) != connection_.firstEvent(xcb_xfixes_id) + XCB_XFIXES_SELECTION_NOTIFY)
         return;
     const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-    const bool running = notice.owner != XCB_NONE;
-    if (notice.selection != selection_ || running == running_)
+    if (notice.selection != selection_)
         return;
-    running_ = running;
+    running_ = notice.owner != XCB_NONE;
     changed_();
 }
 

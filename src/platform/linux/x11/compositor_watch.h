@@ -9,7 +9,7 @@ namespace tarvik {
 /// the server reports each change of owner. Needs XFixes 1, else the answer is that of the start.
 class CompositorWatch {
 public:
-    /// `changed` is called from the connection's events.
+    /// `changed` is called from the connection's events, also when one compositing manager takes the place of another.
     CompositorWatch(X11MainConnection& connection, std::function<void()> changed);
     CompositorWatch(const CompositorWatch&) = delete;
     CompositorWatch& operator=(const CompositorWatch&) = delete;

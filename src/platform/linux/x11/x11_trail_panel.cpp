@@ -13,8 +13,11 @@ namespace {
 
 /// More separate rectangles than this are sent as one around them all.
 constexpr std::size_t mostRects = 256;
-/// A gesture of a few long strokes needs about half as many rectangles for its shape.
-constexpr std::size_t fewShapeRects = 10000;
+/// With so many the server needs about half a millisecond for each change of the shape, which a mouse that reports a
+/// thousand times a second leaves it. A gesture of a few long strokes has half as many.
+constexpr std::size_t mostShapeRects = 1000;
+/// What is sent at once, so that a whole screen needs no second one in memory.
+constexpr int mostPixels = 1 << 16;
 
 std::uint32_t accentColour(const QPalette& palette) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 6, 0)
@@ -49,7 +52,8 @@ void X11TrailPanel::draw(const PathView& points, const std::optional<std::string
     if (!begun_ || points.path != path_ || points.count < drawn_)
         begin(points.path);
     extend(points);
-    placePill(label, {head.x - screen_.frame.x, head.y - screen_.frame.y});
+    label_ = label;
+    head_ = {head.x - screen_.frame.x, head.y - screen_.frame.y};
     if (visible_)
         present();
 }
@@ -59,7 +63,8 @@ void X11TrailPanel::show() {
         return;
     visible_ = true;
     environment_.visibilityChanged(*this);
-    window_.map();
+    window_.map(accent_);
+    chooseSurface();
     present();
 }
 
@@ -70,31 +75,41 @@ void X11TrailPanel::hide() {
     environment_.visibilityChanged(*this);
     window_.unmap();
     environment_.connection.flush();
+    forget();
+}
+
+void X11TrailPanel::forget() {
     begun_ = false;
     path_.reset();
+    drawn_ = 0;
     mask_.reset();
+    shape_.reset();
     pill_.reset();
+    pillRect_ = shownPillRect_ = inked_ = exposed_ = {};
     dirty_ = {};
 }
 
 void X11TrailPanel::begin(std::shared_ptr<const Path> path) {
+    forget();
     begun_ = true;
     path_ = std::move(path);
-    drawn_ = 0;
-    mask_.reset();
-    pill_.reset();
-    pillRect_ = inked_ = exposed_ = {};
-    resetWindow();
+    accent_ = accentColour(QGuiApplication::palette()) & 0xFFFFFF;
+    colours_ = trailColours(accent_, screen_.unitsPerPoint);
+    if (visible_)
+        chooseSurface();
 }
 
-void X11TrailPanel::resetWindow() {
-    accent_ = accentColour(QGuiApplication::palette()) & 0xFFFFFF;
-    shaped_ = !environment_.composited();
-    colours_ = trailColours(accent_, screen_.unitsPerPoint);
-    window_.reset(shaped_ ? std::optional(accent_) : std::nullopt);
-    dirty_.clear();
-    shownPillRect_ = {};
-    shapeRects_ = 0;
+/// The window is mapped, and what it shows no longer counts.
+void X11TrailPanel::chooseSurface() {
+    shape_.reset();
+    if (environment_.composited() && window_.redirected()) {
+        window_.makeTranslucent();
+    } else {
+        shape_.emplace(mostShapeRects);
+        window_.makeShaped(accent_);
+    }
+    pill_.reset();
+    pillRect_ = shownPillRect_ = {};
 }
 
 void X11TrailPanel::extend(const PathView& points) {
@@ -112,18 +127,18 @@ void X11TrailPanel::extend(const PathView& points) {
     }
 }
 
-void X11TrailPanel::placePill(const std::optional<std::string>& label, Point head) {
-    if (!label) {
+void X11TrailPanel::placePill() {
+    if (!label_) {
         pill_.reset();
         pillRect_ = {};
     } else {
-        if (!pill_ || pill_->label() != *label) {
-            makePill(*label);
+        if (!pill_ || pill_->label() != *label_) {
+            makePill();
             addDirty(pillRect_); // another text may stand in the same place
         }
-        pillRect_ = pill_->place(head, bounds().width, bounds().height);
+        pillRect_ = pill_->place(head_, bounds().width, bounds().height);
     }
-    if (pillRect_ == shownPillRect_)
+    if (shape_ || pillRect_ == shownPillRect_)
         return;
     // Together, where they overlap: the pill must not be seen to blink.
     if (pillRect_.intersects(shownPillRect_)) {
@@ -134,9 +149,9 @@ void X11TrailPanel::placePill(const std::optional<std::string>& label, Point hea
     }
 }
 
-void X11TrailPanel::makePill(const std::string& label) {
-    pill_.emplace(label, screen_.unitsPerPoint, QGuiApplication::font(), pillColours(QGuiApplication::palette()));
-    if (shaped_)
+void X11TrailPanel::makePill() {
+    pill_.emplace(*label_, screen_.unitsPerPoint, QGuiApplication::font(), pillColours(QGuiApplication::palette()));
+    if (shape_)
         pill_->makeOpaque(accent_);
 }
 
@@ -156,7 +171,8 @@ void X11TrailPanel::addDirty(const PixelRect& rect) {
 }
 
 void X11TrailPanel::present() {
-    if (shaped_) {
+    placePill();
+    if (shape_) {
         presentShape();
     } else {
         for (const PixelRect& rect : dirty_)
@@ -168,6 +184,12 @@ void X11TrailPanel::present() {
 }
 
 void X11TrailPanel::presentPixels(const PixelRect& rect) const {
+    const int rows = std::max(1, mostPixels / rect.width);
+    for (int y = rect.y; y < rect.bottom(); y += rows)
+        presentStrip({rect.x, y, rect.width, std::min(rows, rect.bottom() - y)});
+}
+
+void X11TrailPanel::presentStrip(const PixelRect& rect) const {
     QImage image(rect.width, rect.height, QImage::Format_ARGB32_Premultiplied);
     if (!mask_)
         image.fill(Qt::transparent);
@@ -184,9 +206,15 @@ void X11TrailPanel::presentPixels(const PixelRect& rect) const {
 
 /// The line needs no pixels: the window's background has its colour. The pill does.
 void X11TrailPanel::presentShape() {
-    const std::vector<PixelRect> grown = newShape();
-    shapeRects_ += grown.size();
-    window_.addToShape(grown);
+    for (const PixelRect& rect : dirty_) {
+        if (!mask_)
+            break;
+        const auto change = shape_->add(mask_->runs(rect));
+        if (change.simplified)
+            window_.replaceShape(change.rects);
+        else
+            window_.addToShape(change.rects);
+    }
     window_.setMovingShape(pill_ ? pill_->runs() : std::vector<PixelRect>{}, pillRect_.x, pillRect_.y);
     window_.applyShape();
     if (!shownPillRect_.empty())
@@ -195,29 +223,12 @@ void X11TrailPanel::presentShape() {
         window_.put(pill_->image(), pillRect_.x, pillRect_.y);
 }
 
-/// The new parts of the line in rows of a point, and of up to four where there are many: the server's work at each
-/// change follows the number of rectangles in the shape. The line is five points thick, so no row of four can miss it.
-std::vector<PixelRect> X11TrailPanel::newShape() const {
-    const int finest = std::max(1, static_cast<int>(screen_.unitsPerPoint));
-    std::vector<PixelRect> grown;
-    for (int coarseness = 1; mask_ && coarseness <= 4; coarseness *= 2) {
-        grown.clear();
-        for (const PixelRect& rect : dirty_) {
-            const auto runs = mask_->runs(rect, coarseness * finest);
-            grown.insert(grown.end(), runs.begin(), runs.end());
-        }
-        if (shapeRects_ + grown.size() <= fewShapeRects * static_cast<std::size_t>(coarseness))
-            break;
-    }
-    return grown;
-}
-
 void X11TrailPanel::exposed(const xcb_expose_event_t& event) {
     exposed_ = exposed_.united({event.x, event.y, event.width, event.height});
     if (event.count > 0 || !visible_)
         return;
     const PixelRect lost = std::exchange(exposed_, {}).intersected(inked_);
-    if (shaped_) {
+    if (shape_) {
         if (pill_ && lost.intersects(pillRect_))
             window_.put(pill_->image(), pillRect_.x, pillRect_.y);
     } else if (!lost.empty()) {
@@ -227,14 +238,14 @@ void X11TrailPanel::exposed(const xcb_expose_event_t& event) {
 }
 
 void X11TrailPanel::compositingChanged() {
-    if (!begun_)
+    // A shape is right in any case, until the next trail.
+    if (!visible_ || shape_)
         return;
-    resetWindow();
-    if (pill_)
-        makePill(std::string(pill_->label()));
+    shape_.emplace(mostShapeRects);
+    window_.makeShaped(accent_);
+    pill_.reset();
     addDirty(inked_);
-    if (visible_)
-        present();
+    present();
 }
 
 } // namespace tarvik

@@ -1,6 +1,7 @@
 // One screen's share of the trail, in one window.
 #pragma once
 
+#include "overlay/trail_shape.h"
 #include "platform/linux/x11/trail_pill.h"
 #include "platform/linux/x11/x11_trail_window.h"
 #include "ports/trail_panel.h"
@@ -14,7 +15,9 @@ namespace tarvik {
 
 /// Main thread. The cost of an update follows the length of what is new: the mask takes the new segments, and only the
 /// rectangles they touch are sent. With a compositing manager these are pixels; without one the window is opaque and
-/// its shape grows instead. The mask lives from the first segment to the hiding.
+/// its shape grows instead. Which of the two, every trail decides when it begins; a trail that sees the compositing
+/// manager go, or another one come, goes on as a shape, which is right with any and with none. Masks and images live
+/// from the first segment to the hiding.
 class X11TrailPanel final : public TrailPanel {
 public:
     struct Environment {
@@ -40,20 +43,21 @@ public:
     void raise() const { window_.raise(); }
     /// The server has lost a part of the window's contents.
     void exposed(const xcb_expose_event_t& event);
-    /// A compositing manager has come or gone.
+    /// A compositing manager has come, gone or taken the place of another one.
     void compositingChanged();
 
 private:
     void begin(std::shared_ptr<const Path> path);
-    void resetWindow();
+    void forget();
+    void chooseSurface();
     void extend(const PathView& points);
-    void placePill(const std::optional<std::string>& label, Point head);
-    void makePill(const std::string& label);
+    void placePill();
+    void makePill();
     void addDirty(const PixelRect& rect);
     void present();
     void presentPixels(const PixelRect& rect) const;
+    void presentStrip(const PixelRect& rect) const;
     void presentShape();
-    std::vector<PixelRect> newShape() const;
     PixelRect bounds() const;
 
     const Screen screen_;
@@ -63,12 +67,16 @@ private:
 
     // Of the trail on show; nothing of it outlives the hiding.
     bool begun_ = false;
-    bool shaped_ = false;
     std::uint32_t accent_ = 0;
     std::shared_ptr<const Path> path_;
     std::size_t drawn_ = 0;
     std::optional<TrailMask> mask_;
     TrailColours colours_{};
+    /// While the window is cut to a shape.
+    std::optional<TrailShape> shape_;
+    std::optional<std::string> label_;
+    /// In the panel, device pixels.
+    Point head_;
     std::optional<TrailPill> pill_;
     /// Where the pill stands, and where the window still shows it; empty for nowhere.
     PixelRect pillRect_;
@@ -77,8 +85,6 @@ private:
     std::vector<PixelRect> dirty_;
     PixelRect inked_;
     PixelRect exposed_;
-    /// How many rectangles have gone into the shape.
-    std::size_t shapeRects_ = 0;
 };
 
 } // namespace tarvik

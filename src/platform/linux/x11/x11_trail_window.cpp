@@ -1,5 +1,6 @@
 #include "platform/linux/x11/x11_trail_window.h"
 
+#include <xcb/composite.h>
 #include <xcb/shape.h>
 #include <xcb/xfixes.h>
 
@@ -51,9 +52,11 @@ X11TrailVisual::X11TrailVisual(const X11MainConnection& connection) : connection
         problem_ = "the X server lacks SHAPE or XFIXES";
     if (!problem_.empty())
         return;
-    // Both extensions ignore a client that has not announced the version it speaks (input shapes, regions).
+    // Extensions ignore a client that has not announced the version it speaks (input shapes, regions).
     xcb_discard_reply(connection.get(), xcb_xfixes_query_version(connection.get(), 5, 0).sequence);
     xcb_discard_reply(connection.get(), xcb_shape_query_version(connection.get()).sequence);
+    if (connection.has(xcb_composite_id))
+        xcb_discard_reply(connection.get(), xcb_composite_query_version(connection.get(), 0, 4).sequence);
     colormap_ = xcb_generate_id(connection.get());
     xcb_create_colormap(connection.get(), XCB_COLORMAP_ALLOC_NONE, colormap_, connection.screen().root, visual_);
 }
@@ -68,7 +71,7 @@ X11TrailWindow::X11TrailWindow(X11MainConnection& connection, const X11TrailVisu
     , xcb_(connection.get())
     , window_(xcb_generate_id(xcb_))
     , context_(xcb_generate_id(xcb_))
-    , grown_(xcb_generate_id(xcb_))
+    , lasting_(xcb_generate_id(xcb_))
     , moving_(xcb_generate_id(xcb_))
     , whole_(xcb_generate_id(xcb_)) {
     const xcb_create_window_value_list_t values{
@@ -88,13 +91,13 @@ X11TrailWindow::X11TrailWindow(X11MainConnection& connection, const X11TrailVisu
                          nullptr);
     const std::uint32_t noExposures = 0;
     xcb_create_gc(xcb_, context_, window_, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
-    for (const auto region : {grown_, moving_, whole_})
+    for (const auto region : {lasting_, moving_, whole_})
         xcb_xfixes_create_region(xcb_, region, 0, nullptr);
     setProperties();
 }
 
 X11TrailWindow::~X11TrailWindow() {
-    for (const auto region : {grown_, moving_, whole_})
+    for (const auto region : {lasting_, moving_, whole_})
         xcb_xfixes_destroy_region(xcb_, region);
     xcb_free_gc(xcb_, context_);
     xcb_destroy_window(xcb_, window_);
@@ -117,26 +120,50 @@ void X11TrailWindow::setProperties() const {
     connection_.dispatchSoon();
 }
 
-void X11TrailWindow::reset(std::optional<std::uint32_t> fill) {
-    const std::uint32_t background = fill ? *fill | 0xFF000000 : 0;
-    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXEL, &background);
-    xcb_xfixes_set_region(xcb_, grown_, 0, nullptr);
-    xcb_xfixes_set_region(xcb_, moving_, 0, nullptr);
-    if (fill)
-        applyShape();
-    else
-        xcb_xfixes_set_window_shape_region(xcb_, window_, XCB_SHAPE_SK_BOUNDING, 0, 0, XCB_XFIXES_REGION_NONE);
-    clear({});
+void X11TrailWindow::map(std::uint32_t fill) const {
+    makeShaped(fill);
+    raise();
+    xcb_map_window(xcb_, window_);
+}
+
+bool X11TrailWindow::redirected() const {
+    if (!connection_.has(xcb_composite_id))
+        return false;
+    // Only a window that is redirected has a pixmap to name.
+    const xcb_pixmap_t pixmap = xcb_generate_id(xcb_);
+    const auto request = xcb_composite_name_window_pixmap_checked(xcb_, window_, pixmap);
+    const XcbReply<xcb_generic_error_t> refused(xcb_request_check(xcb_, request));
+    connection_.dispatchSoon();
+    if (refused)
+        return false;
+    xcb_free_pixmap(xcb_, pixmap);
+    return true;
+}
+
+/// Without a background in the end: should the compositing manager go away, the server leaves on the screen what is
+/// there, instead of painting all of the window black before anybody can prevent it.
+void X11TrailWindow::makeTranslucent() const {
+    setBackground(0);
+    clear({}); // the line of before
+    xcb_xfixes_set_window_shape_region(xcb_, window_, XCB_SHAPE_SK_BOUNDING, 0, 0, XCB_XFIXES_REGION_NONE);
+    const xcb_pixmap_t none = XCB_BACK_PIXMAP_NONE;
+    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXMAP, &none);
+}
+
+void X11TrailWindow::makeShaped(std::uint32_t fill) const {
+    replaceShape({});
+    setMovingShape({}, 0, 0);
+    applyShape();
+    setBackground(fill | 0xFF000000);
+}
+
+void X11TrailWindow::setBackground(std::uint32_t pixel) const {
+    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXEL, &pixel);
 }
 
 void X11TrailWindow::clear(const PixelRect& rect) const {
     xcb_clear_area(xcb_, false, window_, static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
                    static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height));
-}
-
-void X11TrailWindow::map() const {
-    raise();
-    xcb_map_window(xcb_, window_);
 }
 
 void X11TrailWindow::unmap() const { xcb_unmap_window(xcb_, window_); }
@@ -167,7 +194,12 @@ void X11TrailWindow::addToShape(const std::vector<PixelRect>& rects) const {
         return;
     const auto added = rectangles(rects);
     xcb_xfixes_set_region(xcb_, whole_, static_cast<std::uint32_t>(added.size()), added.data());
-    xcb_xfixes_union_region(xcb_, grown_, whole_, grown_);
+    xcb_xfixes_union_region(xcb_, lasting_, whole_, lasting_);
+}
+
+void X11TrailWindow::replaceShape(const std::vector<PixelRect>& rects) const {
+    const auto all = rectangles(rects);
+    xcb_xfixes_set_region(xcb_, lasting_, static_cast<std::uint32_t>(all.size()), all.data());
 }
 
 void X11TrailWindow::setMovingShape(const std::vector<PixelRect>& rects, int x, int y) const {
@@ -177,7 +209,7 @@ void X11TrailWindow::setMovingShape(const std::vector<PixelRect>& rects, int x, 
 }
 
 void X11TrailWindow::applyShape() const {
-    xcb_xfixes_union_region(xcb_, grown_, moving_, whole_);
+    xcb_xfixes_union_region(xcb_, lasting_, moving_, whole_);
     xcb_xfixes_set_window_shape_region(xcb_, window_, XCB_SHAPE_SK_BOUNDING, 0, 0, whole_);
 }
 

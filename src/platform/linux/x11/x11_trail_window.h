@@ -31,8 +31,8 @@ private:
     xcb_colormap_t colormap_ = XCB_NONE;
 };
 
-/// An override-redirect window that lets all input through. Either translucent (a compositing manager blends it), or
-/// cut to a shape that the caller builds up (without one). Coordinates are device pixels of the window. Main thread.
+/// An override-redirect window that lets all input through, in one of two ways: translucent (a compositing manager
+/// blends it), or cut to a shape that the caller builds up. Coordinates are device pixels of the window. Main thread.
 class X11TrailWindow {
 public:
     X11TrailWindow(X11MainConnection& connection, const X11TrailVisual& visual, const PixelRect& frame);
@@ -42,19 +42,28 @@ public:
 
     xcb_window_t id() const { return window_; }
 
-    /// Empties the window and makes it translucent everywhere, or, with a colour, shaped and filled with it.
-    void reset(std::optional<std::uint32_t> fill);
-    /// Empties a part of a translucent window.
-    void clear(const PixelRect& rect) const;
-    void map() const;
+    /// On top, with an empty shape that is filled with this colour (0xRRGGBB).
+    void map(std::uint32_t fill) const;
     void unmap() const;
     void raise() const;
+
+    /// Does the server draw the mapped window apart from the screen, for a compositing manager to blend? That one is
+    /// running says little: one that has just come, or that stands back for a full-screen application, leaves the
+    /// window on the screen, where what is transparent would be black. Waits for the server.
+    bool redirected() const;
+    /// The window, mapped or not, is empty, and translucent everywhere.
+    void makeTranslucent() const;
+    /// The window, mapped or not, has an empty shape that is filled with this colour (0xRRGGBB).
+    void makeShaped(std::uint32_t fill) const;
+    /// Fills a part of a shaped window again.
+    void clear(const PixelRect& rect) const;
 
     /// Shows an image (premultiplied ARGB) with its top left corner at x, y.
     void put(const QImage& image, int x, int y) const;
 
-    /// Adds to the part of the shape that only grows.
+    /// Adds to the lasting part of the shape, or replaces it.
     void addToShape(const std::vector<PixelRect>& rects) const;
+    void replaceShape(const std::vector<PixelRect>& rects) const;
     /// The part of the shape that moves.
     void setMovingShape(const std::vector<PixelRect>& rects, int x, int y) const;
     /// Applies both parts at once.
@@ -62,13 +71,14 @@ public:
 
 private:
     void setProperties() const;
+    void setBackground(std::uint32_t pixel) const;
 
     X11MainConnection& connection_;
     xcb_connection_t* const xcb_;
     const xcb_window_t window_;
     const xcb_gcontext_t context_;
-    /// Regions on the server: the growing part, the moving part, and their union.
-    const std::uint32_t grown_;
+    /// Regions on the server: the lasting part, the moving part, and their union.
+    const std::uint32_t lasting_;
     const std::uint32_t moving_;
     const std::uint32_t whole_;
 };
