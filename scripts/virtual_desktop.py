@@ -20,6 +20,7 @@ import time
 from desktop.devices import (BACK, FORWARD, LEFT, MIDDLE, RIGHT, DriverSocket, Injector, Keyboard,  # noqa: F401
                              LineServer, Pointer)
 from desktop.files import DESKTOPS, OPENBOX_RC, XFWM4_CHANNEL, XORG_CONF, write_authority
+from desktop.outputs import Outputs
 from desktop.processes import end, end_processes_with, end_with_parent
 from desktop.x_display import XDisplay
 
@@ -32,6 +33,7 @@ PACKAGES = {  # program -> Debian package, for the error message
     "xfwm4": "xfwm4",
     "xfconfd": "xfconf",
     "picom": "picom",
+    "xrandr": "x11-xserver-utils",
     "dbus-daemon": "dbus-daemon",
 }
 MODULE_FOLDERS = ("/usr/lib/xorg/modules", "/usr/lib64/xorg/modules")
@@ -45,15 +47,16 @@ class DesktopError(RuntimeError):
 class VirtualDesktop:
     """The desktop exists between __enter__ and __exit__.
 
+    The size is that of the screen, or of several from left to right: "1280x800,1600x1000".
     After entering: `display` (":7"), `env` (environment for programs), `mouse`, `mouse2` (Pointer), `keyboard`,
-    `folder` (logs of every program). With raw_input the driver's sockets are left alone for a program that
+    `outputs` (Outputs), `folder` (logs of every program). With raw_input the driver's sockets are left alone for a program that
     speaks their protocol itself: TARVIK_INPUT_MOUSE, _MOUSE2 and _KEYBOARD name them, and mouse is None."""
 
     def __init__(self, wm="openbox", compositor=False, size="1280x800", layout="us", display=None, raw_input=False):
         if wm not in WINDOW_MANAGERS + (None,):
             raise ValueError(f"unknown window manager {wm!r}; known: {', '.join(WINDOW_MANAGERS)}")
         self._wm, self._compositor, self._layout, self._raw_input = wm, compositor, layout, raw_input
-        self._size = tuple(int(number) for number in size.split("x"))
+        self._sizes = [tuple(map(int, screen.split("x"))) for screen in size.split(",")]
         self._wanted_display = display
         self._processes = []
         self._lines = None
@@ -66,6 +69,7 @@ class VirtualDesktop:
         self._make_environment()
         try:
             self._start_server()
+            self._place_screens()
             self._start_bus()
             self._start_window_manager()
             if self._compositor:
@@ -99,6 +103,7 @@ class VirtualDesktop:
 
     def _check_programs(self):
         programs = ["Xorg", "xkbcomp", "dbus-daemon"] + [self._wm] * bool(self._wm) + ["picom"] * self._compositor
+        programs += ["xrandr"] * (len(self._sizes) > 1)
         missing = [program for program in programs if not shutil.which(program)]
         for module in ("drivers/dummy_drv.so", "input/inputtest_drv.so"):
             if not any(os.path.exists(os.path.join(folder, module)) for folder in MODULE_FOLDERS):
@@ -120,7 +125,7 @@ class VirtualDesktop:
                         XAUTHORITY=self.path("authority"))
 
     def _start_server(self):
-        width, height = self._size
+        width, height = self._sizes[0]
         with open(self.path("xorg.conf"), "w", encoding="utf-8") as file:
             file.write(XORG_CONF.format(folder=self.folder, layout=self._layout, width=width, height=height,
                                          clock=f"{(width + 160) * (height + 40) * 60 / 1e6:.2f}",
@@ -142,6 +147,13 @@ class VirtualDesktop:
         number = self._read_line(reader, "Xorg")
         self.display = self.env["DISPLAY"] = f":{number}"
         write_authority(self.env["XAUTHORITY"], number)
+
+    def _place_screens(self):
+        self.outputs = Outputs(self.env)
+        x = self._sizes[0][0]
+        for number, (width, height) in enumerate(self._sizes[1:], 1):
+            self.outputs.place(f"DUMMY{number}", width, height, x)
+            x += width
 
     def _start_bus(self):
         reader, writer = os.pipe()
