@@ -37,11 +37,21 @@ class DriverSocket:
 
     def __init__(self, path, timeout=10.0):
         self._lock = threading.Lock()
+        self._path, self._timeout = path, timeout
+        self._connect()
+
+    def _connect(self):
         self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        self._socket.settimeout(timeout)
-        self._socket.connect(path)
+        self._socket.settimeout(self._timeout)
+        self._socket.connect(self._path)
         self._send(_HELLO, struct.pack("@HH", 1, 1))
         self._receive()
+
+    def reconnect(self):
+        """Once the device has been switched off and on again: the driver has dropped the connection."""
+        with self._lock:
+            self._socket.close()
+            self._connect()
 
     def motion(self, axes, absolute=False):
         """axes: {axis: value}; 0 and 1 are x and y in pixels, 2 and 3 horizontal and vertical scrolling."""
@@ -190,6 +200,7 @@ class LineServer:
     """Offers devices to other processes on a Unix socket, one line per operation, answered with "ok" or a reason.
 
         mouse move DX DY    mouse moveto X Y    mouse press|release|click BUTTON    mouse wheel DX DY
+        mouse reconnect     (after it was switched off and on again)
         keyboard press|release CODE             keyboard tap CODE...
     (mouse2 likewise), and what RemoteDevice sends: axes, button, key."""
 
@@ -245,6 +256,7 @@ _POINTER_LINES = {
     "release": lambda p, button: p.release(int(button)),
     "click": lambda p, button: p.click(int(button)),
     "wheel": lambda p, dx, dy: p.wheel(float(dx), float(dy)),
+    "reconnect": lambda p: p.device.reconnect(),
     "axes": _axes_line,
     "button": lambda p, number, down: p.device.button(int(number), down == "1"),
 }

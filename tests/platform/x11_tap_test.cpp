@@ -1,7 +1,6 @@
 // The tap between a real server and an application: what the handler is asked, and what the application gets to see.
 #include "platform/support/tap_fixture.h"
 
-#include "platform/linux/x11/x11_button_grab.h"
 #include "platform/support/x_client.h"
 
 #include <X11/extensions/XTest.h>
@@ -146,57 +145,6 @@ TEST_F(X11Tap, anotherTriggerWaitsForTheEndOfTheHold) {
                 "release 2 at 305,200 mouse"});
 }
 
-TEST_F(X11Tap, anotherProgramHoldsTheButton) {
-    tap.stop();
-    X11ButtonGrab other(client.display(), DefaultRootWindow(client.display()));
-    ASSERT_TRUE(other.grab(3));
-    EXPECT_FALSE(start());
-    EXPECT_FALSE(tap.installed());
-    EXPECT_TRUE(log.contains("no tap: another program holds the button"));
-
-    other.release();
-    XSync(client.display(), False);
-    EXPECT_TRUE(start());
-    EXPECT_TRUE(tap.installed());
-
-    // It also asks again by itself when it loses the button later on.
-    ASSERT_TRUE(other.grab(2));
-    onTap([this] { tap.setTriggerButton(TriggerButton::middle); });
-    EXPECT_TRUE(eventually([&] { return !tap.installed(); }));
-    other.release();
-    XSync(client.display(), False);
-    EXPECT_TRUE(eventually([&] { return tap.installed(); }));
-}
-
-TEST_F(X11Tap, aSecondPointerComesAndGoes) {
-    press = Press::take;
-    auto* display = client.display();
-    const auto change = [&](XIAnyHierarchyChangeInfo info) {
-        XIChangeHierarchy(display, &info, 1);
-        XSync(display, False);
-    };
-    XIAnyHierarchyChangeInfo info = {};
-    char name[] = "second";
-    info.add = {XIAddMaster, name, True, True};
-    change(info);
-    info.attach = {XIAttachSlave, deviceId("mouse2"), deviceId("second pointer")};
-    change(info);
-    onTap([] {});
-    input("mouse2 moveto 400 300");
-    input("mouse2 press 3");
-    expectAsked({"down 1 at 400,300"});
-    info.remove = {XIRemoveMaster, deviceId("second pointer"), XIAttachToMaster, deviceId("Virtual core pointer"),
-                   deviceId("Virtual core keyboard")};
-    change(info);
-    expectAsked({"up 1 at 400,300"});
-    input("mouse2 release 3");
-    input("mouse moveto 300 200");
-    input("mouse2 click 3");
-    input("mouse click 3");
-    expectAsked({"down 1 at 300,200", "up 1 at 300,200", "down 1 at 300,200", "up 1 at 300,200"});
-    expectSeen({});
-}
-
 TEST_F(X11Tap, theFrontmostApplicationIsTheActiveWindows) {
     const auto frontmost = [&] {
         std::optional<std::string> application;
@@ -211,26 +159,6 @@ TEST_F(X11Tap, theFrontmostApplicationIsTheActiveWindows) {
     other.destroy(second);
     other.activate(first);
     EXPECT_TRUE(eventually([&] { return frontmost() == "First"; }));
-}
-
-// The last one: the driver of the desktop's mice does not serve a device again that has been switched off.
-TEST_F(X11Tap, aMouseThatIsUnpluggedReleasesItsButtons) {
-    input("mouse2 click 3");
-    expectSeen({"press 3 at 300,200 mouse2", "release 3 at 300,200 mouse2"});
-    expectAsked({"down 1 at 300,200", "up 1 at 300,200"});
-    input("mouse2 press 3");
-    onTap([] {});
-
-    auto* display = client.display();
-    unsigned char off = 0;
-    XIChangeProperty(display, deviceId("mouse2"), XInternAtom(display, "Device Enabled", False),
-                     XInternAtom(display, "INTEGER", False), 8, XIPropModeReplace, &off, 1);
-    XSync(display, False);
-    expectAsked({"down 1 at 300,200", "up 1 at 300,200"});
-    // The device is away, so its click comes from the server's own.
-    expectSeen({"press 3 at 300,200 Virtual core XTEST pointer", "release 3 at 300,200 Virtual core XTEST pointer"});
-    input("mouse click 3");
-    expectSeen(rightClick);
 }
 
 } // namespace

@@ -84,5 +84,63 @@ TEST_F(X11Tap, turnsThatPassWhileTheButtonGoesUpLeaveNothingDown) {
     }
 }
 
+/// Looks at every turn of the wheel before the application gets it, as window managers do.
+class SlowWindowManager {
+public:
+    SlowWindowManager() {
+        XGrabButton(x_->display(), wheelDown, AnyModifier, x_->root(), False, ButtonPressMask, GrabModeSync,
+                    GrabModeAsync, None, None);
+        XSync(x_->display(), False);
+    }
+    void waitForTurn() {
+        XEvent event;
+        ASSERT_TRUE(eventually([&] { return XCheckTypedEvent(x_->display(), ButtonPress, &event) != 0; }));
+    }
+    void letGo() {
+        XAllowEvents(x_->display(), ReplayPointer, CurrentTime);
+        XSync(x_->display(), False);
+    }
+
+private:
+    static constexpr unsigned wheelDown = 5;
+    const std::unique_ptr<X11Connection> x_ = X11Connection::open();
+};
+
+TEST_F(X11Tap, aSlowWindowManagerEndsNoHold) {
+    wheel = Wheel::pass;
+    input("mouse wheel 0 1");
+    expectSeen({});
+    SlowWindowManager windowManager;
+    input("mouse press 3");
+    onTap([] {});
+    input("mouse wheel 0 1");
+    windowManager.waitForTurn();
+    std::this_thread::sleep_for(std::chrono::milliseconds(150));
+    windowManager.letGo();
+    onTap([] {});
+    input("mouse move 5 0");
+    onTap([] {});
+    input("mouse release 3");
+    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "drag 1 at 305,200", "up 1 at 305,200"});
+    expectSeen({"scroll 1", "press 3 at 305,200 mouse", "release 3 at 305,200 mouse"});
+}
+
+TEST_F(X11Tap, aPointerThatDoesNotComeBackEndsTheHold) {
+    wheel = Wheel::pass;
+    input("mouse wheel 0 1");
+    expectSeen({});
+    SlowWindowManager windowManager;
+    input("mouse press 3");
+    onTap([] {});
+    input("mouse wheel 0 1");
+    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "lost"});
+    EXPECT_THAT(log.lines(), testing::ElementsAre("hold lost: another program has the pointer"));
+    windowManager.letGo();
+    input("mouse release 3");
+    expectSeen({"scroll 1"});
+    input("mouse click 3");
+    expectSeen(rightClick);
+}
+
 } // namespace
 } // namespace tarvik

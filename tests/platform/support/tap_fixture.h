@@ -74,6 +74,11 @@ protected:
                                          event.vertical.fixed + event.horizontal.fixed));
             return wheel == Wheel::pass ? std::optional(event) : std::nullopt;
         }
+        case holdLost: {
+            const std::lock_guard lock(mutex);
+            asked_.push_back("lost");
+            return std::nullopt;
+        }
         default:
             note("drag", event);
             return std::nullopt;
@@ -98,8 +103,10 @@ protected:
     /// Runs on the tap's thread, between two events, once everything that the server has sent so far is dealt with.
     void onTap(const std::function<void()>& command) {
         // Commands also run between two events that have arrived: more rounds than events can be waiting.
-        for (int round = 0; round < 100; ++round)
+        for (int round = 0; round < 100; ++round) {
+            XSync(client.display(), False); // what the devices did, and what the tap asked for, has been sent
             oneRound([] {});
+        }
         oneRound(command);
     }
     void oneRound(const std::function<void()>& command) {

@@ -55,14 +55,17 @@ void X11ClickReturn::settle() {
             waiting_ = true;
             return;
         }
-        if (outcome == Outcome::given || !useStandIn(click))
-            pending_.pop_front();
+        if (outcome == Outcome::refused && useStandIn(click))
+            continue;
+        if (outcome == Outcome::refused)
+            log_.write("a click could not be given back: its mouse has gone");
+        pending_.pop_front();
     }
     unwatchIfDone();
 }
 
 bool X11ClickReturn::useStandIn(ReturnedClick& click) const {
-    const auto standIn = devices_.testPointer();
+    const auto standIn = devices_.testPointer(click.master);
     if (!standIn || click.source == *standIn)
         return false;
     click.source = *standIn;

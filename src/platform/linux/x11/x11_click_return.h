@@ -5,6 +5,7 @@
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/xi_queue.h"
+#include "support/log.h"
 
 #include <deque>
 #include <set>
@@ -32,8 +33,8 @@ struct ReturnedClick {
 class X11ClickReturn {
 public:
     X11ClickReturn(Display* display, ::Window root, XiQueue& queue, X11Devices& devices, X11ButtonGrab& grab,
-                   const X11PointerProbe& probe)
-        : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab), probe_(probe) {}
+                   const X11PointerProbe& probe, LogSink& log)
+        : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab), probe_(probe), log_(log) {}
 
     /// From the moment a press is taken until everything is given back: follows what the devices do.
     void watch();
@@ -78,6 +79,7 @@ private:
     X11Devices& devices_;
     X11ButtonGrab& grab_;
     const X11PointerProbe& probe_;
+    LogSink& log_;
     std::deque<Pending> pending_;
     /// What is down, as (device, its switch), by the raw events so far.
     std::set<std::pair<int, int>> down_;

@@ -106,6 +106,13 @@ bool X11Devices::exists(int device) const {
     return std::unique_ptr<XIDeviceInfo, FreeDeviceInfo>(XIQueryDevice(display_, device, &count)) != nullptr;
 }
 
+bool X11Devices::serves(int device, int master) const {
+    const X11ErrorTrap vanishedDevice(display_);
+    int count = 0;
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> info(XIQueryDevice(display_, device, &count));
+    return info && info->enabled && info->use == XISlavePointer && info->attachment == master;
+}
+
 bool X11Devices::canPlacePointer(int source) const {
     const X11ErrorTrap vanishedDevice(display_);
     int count = 0;
@@ -120,12 +127,13 @@ bool X11Devices::canPlacePointer(int source) const {
     return hasIdentityMatrix(display_, source);
 }
 
-std::optional<int> X11Devices::testPointer() const {
+std::optional<int> X11Devices::testPointer(std::optional<int> master) const {
     int count = 0;
     const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(XIQueryDevice(display_, XIAllDevices, &count));
     for (int i = 0; devices && i < count; ++i) {
         const auto& device = devices.get()[i];
-        if (device.use == XISlavePointer && std::string_view(device.name).find("XTEST") != std::string_view::npos)
+        if (device.use == XISlavePointer && device.attachment == master.value_or(device.attachment) &&
+            std::string_view(device.name).find("XTEST") != std::string_view::npos)
             return device.deviceid;
     }
     return std::nullopt;

@@ -39,14 +39,17 @@ public:
 
     /// One round trip.
     bool exists(int device) const;
+    /// Whether the device is plugged in, switched on, and moves the pointer `master`. One round trip.
+    bool serves(int device, int master) const;
 
     /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time.
     /// Answers the device that can put the pointer to an exact place: the device itself, or the server's own test
     /// pointer where the device's coordinates are not those of the screen (a tablet, a touch screen, a turned mouse) or
     /// it has been unplugged.
     int prepare(int source);
-    /// The server's own pointing device, which other programs' fake input comes from too. One round trip.
-    std::optional<int> testPointer() const;
+    /// The server's own pointing device of a master, or of the first one; other programs' fake input comes from it too.
+    /// One round trip.
+    std::optional<int> testPointer(std::optional<int> master = {}) const;
     /// Presses or releases a button as the device; with a place, the pointer goes there first, and the event reports
     /// its axes, which a press from a hand never does.
     void fakeButton(int source, int button, bool press, const int* place = nullptr);

@@ -61,7 +61,11 @@ void X11EventTap::stop() {
     commands_.drain();
 }
 
-void X11EventTap::setTriggerButton(TriggerButton button) { trigger_ = button; }
+void X11EventTap::setTriggerButton(TriggerButton button) {
+    trigger_ = button;
+    if (filter_)
+        filter_->renew();
+}
 
 template <typename F> void X11EventTap::guarded(const F& task) {
     try {
@@ -91,7 +95,7 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
     const auto x = X11Connection::open(lost_);
     const char* reason = x ? obstacle(x->display()) : "the X server does not answer";
     if (reason) {
-        log_.write(std::string("no tap: ") + reason);
+        logObstacle(reason);
         armed.set_value(false);
         return;
     }
@@ -102,17 +106,23 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
         return decision;
     };
     X11PointerFilter filter(
-        *x, *xiOpcode(x->display()), screens_,
+        *x, *xiOpcode(x->display()), screens_, log_,
         {decide, [this] { commands_.drain(); }, [this](const XEvent& event) { frontmost_.handle(event); }});
     filter_ = &filter;
     commands_.drain();
     installed_ = filter.arm(trigger_);
-    if (!installed_)
-        log_.write("no tap: another program holds the button");
+    logObstacle(installed_ ? "" : "another program holds the button");
     armed.set_value(installed_);
     if (installed_)
         loop(*x, filter);
     filter_ = nullptr;
+}
+
+void X11EventTap::logObstacle(const std::string& obstacle) {
+    // The start is tried again every second.
+    if (!obstacle.empty() && obstacle != loggedObstacle_)
+        log_.write("no tap: " + obstacle);
+    loggedObstacle_ = obstacle;
 }
 
 void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {

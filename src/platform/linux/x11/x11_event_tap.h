@@ -12,6 +12,7 @@
 #include <atomic>
 #include <future>
 #include <memory>
+#include <string>
 #include <thread>
 
 namespace tarvik {
@@ -41,6 +42,7 @@ public:
 private:
     /// The thread. Tells `armed` whether events arrive.
     void serve(const Handler& handler, std::promise<bool>& armed);
+    void logObstacle(const std::string& obstacle);
     void loop(const X11Connection& x, X11PointerFilter& filter);
     /// Runs what others gave us; when it throws, the log gets a line and the pointer goes on.
     template <typename F> void guarded(const F& task);
@@ -55,6 +57,7 @@ private:
 
     // On the tap's thread.
     bool ending_ = false;
+    std::string loggedObstacle_;
     TriggerButton trigger_ = TriggerButton::right;
     X11PointerFilter* filter_ = nullptr;
 };

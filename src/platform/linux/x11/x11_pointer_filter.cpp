@@ -41,16 +41,18 @@ double unitsPerPointAt(Point location, const std::vector<Screen>& screens) {
 
 } // namespace
 
-X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Screens& screens, Hooks hooks)
+X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Screens& screens, LogSink& log,
+                                   Hooks hooks)
     : x_(x)
     , display_(x.display())
     , screens_(screens)
+    , log_(log)
     , hooks_(std::move(hooks))
     , queue_(display_, opcode, [this](const XEvent& event) { otherEvent(event); })
     , devices_(display_)
     , grab_(display_, x.root())
     , probe_(display_, x.root())
-    , clicks_(display_, x.root(), queue_, devices_, grab_, probe_)
+    , clicks_(display_, x.root(), queue_, devices_, grab_, probe_, log)
     , wheel_(display_, devices_)
     , wheelPass_(display_, queue_, devices_, probe_, wheel_) {
     selectDeviceEvents(display_, x.root(), DeviceEvents::changes);
@@ -64,8 +66,10 @@ X11PointerFilter::~X11PointerFilter() {
         // The releases come to us; those of the hand change nothing any more.
         for (const auto& [button, source] : hold_->others)
             devices_.fakeButton(source, button, false);
-        if (!hold_->decided)
+        if (!hold_->decided) {
             devices_.fakeButton(hold_->source, hold_->button, false);
+            lose("the tap ends");
+        }
     } else {
         for (const auto& event : queue_.waiting()) {
             if (event.type == XiEventType::press)
@@ -77,10 +81,11 @@ X11PointerFilter::~X11PointerFilter() {
 
 bool X11PointerFilter::arm(TriggerButton trigger) {
     const int button = triggerOf(trigger).xButton;
-    if (grab_.held() && grab_.button() == button)
+    if (grab_.held() && grab_.button() == button && !renew_)
         return true;
     if (grab_.held())
         grab_.release();
+    renew_ = false;
     trigger_ = trigger;
     return grab_.grab(button);
 }
@@ -108,10 +113,11 @@ void X11PointerFilter::process(const XiEvent& event) {
             release(event);
         break;
     case XiEventType::rawPress:
+        clicks_.follow(event);
+        break;
     case XiEventType::rawRelease:
         clicks_.follow(event);
-        if (event.type == XiEventType::rawRelease && !hold_ && clicks_.waiting())
-            clicks_.settle();
+        rawRelease(event);
         break;
     case XiEventType::devicesChanged:
         devicesChanged();
@@ -164,7 +170,7 @@ void X11PointerFilter::motion(const XiEvent& event) {
 void X11PointerFilter::wheel(const XiEvent& event) {
     for (const auto& turn : wheel_.turns(event)) {
         // What is undone after the hold's end in the server would reach the application.
-        if (!releaseWaiting())
+        if (!hold_->others.empty() || !releaseWaiting())
             wheel_.takeBack(turn);
         if (hold_->decided)
             continue;
@@ -176,32 +182,69 @@ void X11PointerFilter::wheel(const XiEvent& event) {
         if (!decide(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
             continue;
         if (!wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button)) {
-            lose();
+            lose("another program has the pointer");
+            end();
             return;
         }
     }
 }
 
+void X11PointerFilter::rawRelease(const XiEvent& event) {
+    if (!hold_) {
+        if (clicks_.waiting())
+            clicks_.settle();
+        return;
+    }
+    const bool letGo = event.source == hold_->source && devices_.buttons().logical(event.button) == hold_->button &&
+                       !hold_->decided && !wheelPass_.isOwn(event);
+    if (!letGo || releaseComes())
+        return;
+    XSync(display_, False);
+    if (releaseComes())
+        return;
+    lose("another program has taken its mouse");
+    // For the pointer the button is still down, and the mouse does not move it any more.
+    if (const auto standIn = devices_.testPointer(hold_->master))
+        devices_.fakeButton(*standIn, hold_->button, false);
+}
+
 bool X11PointerFilter::releaseWaiting() {
     queue_.pull();
     const auto& events = queue_.waiting();
-    return hold_->others.empty() && std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
-               return event.type == XiEventType::release && event.button == hold_->button && !wheelPass_.isOwn(event);
-           });
+    return std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
+        return event.type == XiEventType::release && event.button == hold_->button && !wheelPass_.isOwn(event);
+    });
 }
 
-void X11PointerFilter::lose() {
-    XiEvent up;
-    up.type = XiEventType::release;
-    up.button = hold_->button;
-    up.location = hold_->location;
-    release(up);
+bool X11PointerFilter::releaseComes() {
+    if (releaseWaiting())
+        return true;
+    // A press that waits for our answer keeps what follows in the server.
+    const auto& events = queue_.waiting();
+    return std::any_of(events.begin(), events.end(),
+                       [](const XiEvent& event) { return event.type == XiEventType::press; });
+}
+
+void X11PointerFilter::lose(const char* reason) {
+    if (hold_->decided)
+        return;
+    hold_->decided = true;
+    log_.write(std::string("hold lost: ") + reason);
+    PointerEvent notice;
+    notice.type = PointerEventType::holdLost;
+    notice.time = now_;
+    decide(std::move(notice));
 }
 
 void X11PointerFilter::release(const XiEvent& event) {
     if (event.button == hold_->button && !hold_->decided) {
-        hold_->decided = true;
-        decide(pointerEvent(event, triggerOf(trigger_).up));
+        // The server itself releases the buttons of a device that it loses.
+        if (devices_.serves(event.source, event.master)) {
+            hold_->decided = true;
+            decide(pointerEvent(event, triggerOf(trigger_).up));
+        } else {
+            lose("its mouse has gone");
+        }
     } else {
         const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
                                         [&](const auto& pressed) { return pressed.first == event.button; });
@@ -250,11 +293,13 @@ void X11PointerFilter::otherEvent(const XEvent& event) {
 }
 
 void X11PointerFilter::devicesChanged() {
-    // The grab is for every master, whenever it comes. A device that goes releases its buttons; a master takes its
-    // grabs along.
+    // A device that goes releases its buttons; a master takes its grabs along.
     devices_.forget();
-    if (hold_ && !devices_.exists(hold_->master))
-        lose();
+    renew();
+    if (hold_ && !devices_.exists(hold_->master)) {
+        lose("its pointer has gone");
+        end();
+    }
     if (!hold_ && clicks_.waiting())
         clicks_.settle();
 }

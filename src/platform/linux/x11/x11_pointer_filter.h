@@ -12,6 +12,7 @@
 #include "platform/linux/x11/xi_queue.h"
 #include "ports/event_tap.h"
 #include "ports/screens.h"
+#include "support/log.h"
 
 #include <functional>
 #include <optional>
@@ -33,14 +34,16 @@ public:
         std::function<void(const XEvent&)> otherEvent;
     };
 
-    X11PointerFilter(const X11Connection& x, int opcode, const Screens& screens, Hooks hooks);
-    /// Ends a hold as if its button had never been pressed, and releases the grab.
+    X11PointerFilter(const X11Connection& x, int opcode, const Screens& screens, LogSink& log, Hooks hooks);
+    /// Loses a hold, as if its button had never been pressed, and releases the grab.
     ~X11PointerFilter();
     X11PointerFilter(const X11PointerFilter&) = delete;
     X11PointerFilter& operator=(const X11PointerFilter&) = delete;
 
     /// Grabs the trigger button, or another one than before. False when another client holds it; may be called again.
     bool arm(TriggerButton trigger);
+    /// The next `arm` asks for the button once more: another client may have got in front of us unnoticed.
+    void renew() { renew_ = true; }
     bool armed() const { return grab_.held(); }
     /// Every event that has been read is dealt with.
     bool settled() const { return queue_.empty(); }
@@ -58,7 +61,7 @@ private:
         int source = 0;
         int master = 0;
         int button = 0;
-        /// The release of the trigger has been decided; other buttons are still down.
+        /// The handler knows the end of the hold; other buttons are still down.
         bool decided = false;
         Point location;
         /// Other buttons that went down during the hold, and the device of each.
@@ -72,10 +75,13 @@ private:
     void begin(const XiEvent& event);
     void end();
     void wheel(const XiEvent& event);
+    void rawRelease(const XiEvent& event);
     /// Whether the release that ends the hold has been read.
     bool releaseWaiting();
-    /// Ends a hold whose release will not be reported.
-    void lose();
+    /// Whether the release of the trigger has been read, or is held back in the server by a press of ours.
+    bool releaseComes();
+    /// The hold has no result any more; what remains is to wait until its buttons are up.
+    void lose(const char* reason);
     void devicesChanged();
     void otherEvent(const XEvent& event);
     void allow(const XiEvent& event, int mode);
@@ -85,6 +91,7 @@ private:
     const X11Connection& x_;
     Display* const display_;
     const Screens& screens_;
+    LogSink& log_;
     const Hooks hooks_;
     XiQueue queue_;
     X11Devices devices_;
@@ -97,6 +104,7 @@ private:
     std::chrono::nanoseconds now_{};
 
     TriggerButton trigger_ = TriggerButton::right;
+    bool renew_ = false;
     std::optional<Hold> hold_;
     std::vector<PointerEvent> posted_;
     std::vector<ReturnedClick> otherClicks_;

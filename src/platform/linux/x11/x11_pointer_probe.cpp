@@ -2,12 +2,14 @@
 
 #include <X11/extensions/XInput2.h>
 
+#include <algorithm>
 #include <thread>
 
 namespace tarvik {
 namespace {
 
-constexpr auto retryInterval = std::chrono::microseconds(200);
+constexpr std::chrono::microseconds firstPause(200);
+constexpr std::chrono::microseconds longestPause(5000);
 
 } // namespace
 
@@ -17,15 +19,22 @@ X11PointerProbe::X11PointerProbe(Display* display, ::Window root)
 
 X11PointerProbe::~X11PointerProbe() { XDestroyWindow(display_, hidden_); }
 
-void X11PointerProbe::waitUntilFree(int master, std::chrono::milliseconds longest) const {
+bool X11PointerProbe::waitUntilFree(int master, std::chrono::milliseconds longest) const {
     const auto deadline = std::chrono::steady_clock::now() + longest;
+    for (auto pause = firstPause; isTaken(master); pause = std::min(2 * pause, longestPause)) {
+        if (std::chrono::steady_clock::now() > deadline)
+            return false;
+        std::this_thread::sleep_for(pause);
+    }
+    return true;
+}
+
+bool X11PointerProbe::isTaken(int master) const {
     unsigned char bits[1] = {};
     XIEventMask mask{master, sizeof bits, bits};
     // The server looks for a grab of another client before it looks at the window.
-    while (XIGrabDevice(display_, master, hidden_, CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False, &mask) ==
-               AlreadyGrabbed &&
-           std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(retryInterval);
+    return XIGrabDevice(display_, master, hidden_, CurrentTime, None, XIGrabModeAsync, XIGrabModeAsync, False, &mask) ==
+           AlreadyGrabbed;
 }
 
 } // namespace tarvik

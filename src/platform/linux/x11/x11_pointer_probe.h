@@ -16,10 +16,13 @@ public:
     X11PointerProbe(const X11PointerProbe&) = delete;
     X11PointerProbe& operator=(const X11PointerProbe&) = delete;
 
-    /// Returns once no other client has the pointer of this master, or after `longest`. At least one round trip.
-    void waitUntilFree(int master, std::chrono::milliseconds longest) const;
+    /// Returns once no other client has the pointer of this master, or after `longest`; whether nobody has it. At least
+    /// one round trip.
+    bool waitUntilFree(int master, std::chrono::milliseconds longest) const;
 
 private:
+    bool isTaken(int master) const;
+
     Display* const display_;
     /// Never shown: a grab on it fails, and the reason tells.
     const ::Window hidden_;

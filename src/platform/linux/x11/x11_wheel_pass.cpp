@@ -6,8 +6,8 @@
 namespace tarvik {
 namespace {
 
-/// How long a window manager may look at a turn of the wheel.
-constexpr std::chrono::milliseconds longestWait(100);
+/// How long a window manager may look at a turn of the wheel. The pointer waits for it, with us or without us.
+constexpr std::chrono::milliseconds longestWait(1000);
 
 } // namespace
 
@@ -20,7 +20,8 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
     // While the window manager looks at the turn, a press would follow the turn to the application.
-    probe_.waitUntilFree(master, longestWait);
+    if (!probe_.waitUntilFree(master, longestWait))
+        return false;
     const auto pressRequest = NextRequest(display_);
     expected_.emplace_back(XiEventType::press, pressRequest);
     devices_.fakeButton(source, button, true);
@@ -56,7 +57,10 @@ bool X11WheelPass::letGo(int source, int button, unsigned long releaseRequest, u
 
 bool X11WheelPass::isOwn(const XiEvent& event) const {
     // The server deals with what a request fakes before it reads the next one, so the serial number tells.
-    return std::find(expected_.begin(), expected_.end(), std::pair(event.type, event.serial)) != expected_.end();
+    const auto type = event.type == XiEventType::rawRelease ? XiEventType::release
+                      : event.type == XiEventType::rawPress ? XiEventType::press
+                                                            : event.type;
+    return std::find(expected_.begin(), expected_.end(), std::pair(type, event.serial)) != expected_.end();
 }
 
 void X11WheelPass::forgetExpected() {

@@ -21,9 +21,10 @@ public:
         : display_(display), queue_(queue), devices_(devices), probe_(probe), wheel_(wheel) {}
 
     /// While only `button` of `source`, which moves the pointer `master`, is down. False when the hold is over because
-    /// something else got the press: nobody will report its release. A few round trips.
+    /// another client has the pointer: the button is up for the server, and nobody will report its release. A few round
+    /// trips.
     bool pass(const WheelTurn& turn, int source, int master, int button);
-    /// Whether the event was caused by `pass`.
+    /// Whether the event, or what a device did, was caused by `pass`.
     bool isOwn(const XiEvent& event) const;
 
 private:
