@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     GestureEngine engine(platform->tap(), trail, actions, platform->frontmost(), log);
 
     // Every change of a setting acts on the next event.
-    Settings settings(platform->defaults());
+    Settings settings(platform->defaults(), platform->loginItem(), platform->systemLog());
     const KeyNames keyNames(platform->vocabulary().keyStyle,
                             [&](std::uint16_t code) { return platform->layout().character(code); });
     const auto publish = [&] {

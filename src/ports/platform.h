@@ -7,6 +7,7 @@
 #include "ports/event_tap.h"
 #include "ports/key_poster.h"
 #include "ports/keyboard_layout.h"
+#include "ports/login_item.h"
 #include "ports/screens.h"
 #include "ports/task_queue.h"
 #include "ports/trail_panel.h"
@@ -26,7 +27,10 @@ public:
     virtual ~Platform() = default;
 
     virtual const Vocabulary& vocabulary() const = 0;
+    /// For the few messages that are the system's business; each begins with the program's name. Any thread.
+    virtual LogSink& systemLog() = 0;
     virtual DefaultsStore& defaults() = 0;
+    virtual LoginItem& loginItem() = 0;
     virtual MainQueue& mainQueue() = 0;
     /// Where actions are carried out.
     virtual TaskQueue& actionQueue() = 0;

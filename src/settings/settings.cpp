@@ -16,7 +16,8 @@ std::string_view settingKey(Setting setting) {
     return keys[static_cast<std::size_t>(setting)];
 }
 
-Settings::Settings(DefaultsStore& store) : store_(store) {
+Settings::Settings(DefaultsStore& store, LoginItem& loginItem, LogSink& systemLog)
+    : store_(store), loginItem_(loginItem), systemLog_(systemLog) {
     load();
     loadMappings();
 }
@@ -110,6 +111,12 @@ void Settings::setMappings(GestureTable table) {
     mappings_ = std::move(table);
     observers_.notify(Setting::mappings);
     saveMappings();
+}
+
+void Settings::setLaunchAtLogin(bool on) {
+    if (const auto error = loginItem_.setEnabled(on))
+        systemLog_.write("Tarvik: launch-at-login change failed: " + *error);
+    observers_.notify(Setting::launchAtLogin);
 }
 
 std::shared_ptr<const Preferences> Settings::snapshot(const Vocabulary& vocabulary, const KeyNames& keyNames) const {

@@ -5,6 +5,8 @@
 #include "model/preferences.h"
 #include "model/vocabulary.h"
 #include "ports/defaults_store.h"
+#include "ports/login_item.h"
+#include "support/log.h"
 #include "support/observers.h"
 
 #include <cstdint>
@@ -15,7 +17,7 @@
 
 namespace tarvik {
 
-/// One stored property.
+/// One property.
 enum class Setting : std::uint8_t {
     enabled,
     triggerButton,
@@ -26,9 +28,11 @@ enum class Setting : std::uint8_t {
     reverseVertical,
     reverseHorizontal,
     mappings,
+    /// Not stored here: the truth is the system's.
+    launchAtLogin,
 };
 
-/// The key under which a property is stored.
+/// The key under which a property is stored; not for `launchAtLogin`.
 std::string_view settingKey(Setting setting);
 
 /// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What
@@ -38,7 +42,8 @@ class Settings {
 public:
     /// Loads everything, and brings a stored table up to date once: gestures that later versions added are entered
     /// unless the user has bound them already.
-    explicit Settings(DefaultsStore& store);
+    /// A login item that cannot be changed is told to `systemLog`.
+    Settings(DefaultsStore& store, LoginItem& loginItem, LogSink& systemLog);
 
     bool enabled() const { return values_.enabled; }
     TriggerButton triggerButton() const { return values_.triggerButton; }
@@ -49,6 +54,8 @@ public:
     bool reverseVertical() const { return values_.reverseVertical; }
     bool reverseHorizontal() const { return values_.reverseHorizontal; }
     const GestureTable& mappings() const { return mappings_; }
+    /// Asked for each time: others change it too.
+    bool launchAtLogin() const { return loginItem_.enabled(); }
 
     void setEnabled(bool on);
     void setTriggerButton(TriggerButton button);
@@ -59,6 +66,8 @@ public:
     void setReverseVertical(bool on);
     void setReverseHorizontal(bool on);
     void setMappings(GestureTable table);
+    /// The observers are told also when it failed, so that a switch moves back.
+    void setLaunchAtLogin(bool on);
 
     /// Told after each change of a property.
     [[nodiscard]] Subscription observe(std::function<void(Setting)> observer) {
@@ -76,6 +85,8 @@ private:
     void setFlag(Setting setting, bool Preferences::*member, bool on);
 
     DefaultsStore& store_;
+    LoginItem& loginItem_;
+    LogSink& systemLog_;
     /// Everything but the table.
     Preferences values_;
     GestureTable mappings_;

@@ -2,6 +2,7 @@
 // lost.
 #include "platform/linux/common/ini_defaults_store.h"
 
+#include "fakes/fake_login_item.h"
 #include "fakes/recording_log.h"
 #include "settings/settings.h"
 
@@ -53,7 +54,7 @@ protected:
 
     std::string loaded() {
         IniDefaultsStore store(file, log);
-        return described(Settings(store));
+        return described(settingsOver(store));
     }
     std::size_t filesInFolder() const {
         return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
@@ -157,7 +158,7 @@ TEST_F(IniStore, whateverStandsInItsPlace) {
         log.clear();
         {
             IniDefaultsStore store(file, log);
-            Settings settings(store);
+            auto settings = settingsOver(store);
             EXPECT_EQ(described(settings), defaults);
             settings.setEnabled(false);
             EXPECT_FALSE(settings.enabled());
@@ -202,7 +203,7 @@ TEST_F(IniStore, withoutTheRightToWriteOrRead) {
     {
         const Nobody nobody;
         IniDefaultsStore store(file, log);
-        Settings settings(store);
+        auto settings = settingsOver(store);
         EXPECT_FALSE(settings.enabled());
         settings.setEnabled(true);
         settings.setMappings({});
@@ -217,7 +218,7 @@ TEST_F(IniStore, withoutTheRightToWriteOrRead) {
     {
         const Nobody nobody;
         IniDefaultsStore store(file, log);
-        Settings settings(store);
+        auto settings = settingsOver(store);
         EXPECT_EQ(described(settings), defaults);
         settings.setShowTrail(false);
     }
@@ -236,7 +237,7 @@ TEST_F(IniStore, aLinkedFileIsEditedWhereItIs) {
     fs::create_symlink("dotfiles/again", file);
     fs::create_symlink("conf", repository / "again");
     IniDefaultsStore store(file, log);
-    Settings settings(store);
+    auto settings = settingsOver(store);
     settings.setEnabled(false);
     settings.setMinStroke(0.1);
     settings.setExcludedApps({});
@@ -254,7 +255,7 @@ TEST_F(IniStore, aLinkedFileIsEditedWhereItIs) {
 TEST_F(IniStore, whatOthersChangeMeanwhileIsKept) {
     put(file, "enabled=true\nshowTrail=true\nstranger=1\n");
     IniDefaultsStore store(file, log);
-    Settings settings(store);
+    auto settings = settingsOver(store);
     put(file, "showTrail=false\nstranger=2\nmappings=\"{}\"\n"); // as another program
     settings.setMinStroke(40);
     EXPECT_EQ(contents(file), "showTrail=false\nstranger=2\nmappings=\"{}\"\n[General]\nminStroke=40\n");
@@ -284,7 +285,7 @@ TEST_F(IniStore, aTableThatCannotBeReadIsKeptInACopy) {
     const auto copy = [this](const char* number) { return fs::path(file.string() + ".unreadable" + number); };
     const auto change = [this](auto how) {
         IniDefaultsStore store(file, log);
-        Settings settings(store);
+        auto settings = settingsOver(store);
         how(settings);
     };
     const auto changeTable = [](Settings& settings) { settings.setMappings({{"L", {ActionKind::back, {}}}}); };

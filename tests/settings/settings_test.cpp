@@ -1,6 +1,7 @@
 #include "settings/settings.h"
 
 #include "fakes/fake_defaults_store.h"
+#include "fakes/fake_login_item.h"
 #include "model/gesture_table_json.h"
 
 #include <gtest/gtest.h>
@@ -16,7 +17,7 @@ GestureTable stored(const FakeDefaultsStore& store) {
 
 TEST(Settings, aFirstStartHasTheDefaultsAndWritesNothing) {
     FakeDefaultsStore store;
-    const Settings settings(store);
+    const auto settings = settingsOver(store);
     EXPECT_TRUE(settings.enabled());
     EXPECT_EQ(settings.triggerButton(), TriggerButton::right);
     EXPECT_TRUE(settings.showTrail());
@@ -34,19 +35,19 @@ TEST(Settings, aFirstStartHasTheDefaultsAndWritesNothing) {
 TEST(Settings, unknownWordsFallBack) {
     FakeDefaultsStore store;
     store.values = {{"triggerButton", "Middle"}, {"scrollBinding", "desktops"}, {"enabled", std::string("maybe")}};
-    const Settings settings(store);
+    const auto settings = settingsOver(store);
     EXPECT_EQ(settings.triggerButton(), TriggerButton::right);
     EXPECT_EQ(settings.scrollBinding(), ScrollBinding::tabs);
     EXPECT_TRUE(settings.enabled());
     store.values = {{"triggerButton", "middle"}, {"scrollBinding", "none"}};
-    const Settings known(store);
+    const auto known = settingsOver(store);
     EXPECT_EQ(known.triggerButton(), TriggerButton::middle);
     EXPECT_EQ(known.scrollBinding(), ScrollBinding::none);
 }
 
 TEST(Settings, everyChangeIsToldAndWrittenAtOnce) {
     FakeDefaultsStore store;
-    Settings settings(store);
+    auto settings = settingsOver(store);
     std::vector<Setting> told;
     auto subscription = settings.observe([&](Setting setting) { told.push_back(setting); });
     settings.setEnabled(false);
@@ -76,7 +77,7 @@ TEST(Settings, everyChangeIsToldAndWrittenAtOnce) {
     subscription.reset();
     settings.setEnabled(true);
     EXPECT_EQ(told.size(), 9U);
-    const Settings again(store);
+    const auto again = settingsOver(store);
     EXPECT_EQ(again.minStroke(), 12.5);
     EXPECT_TRUE(again.reverseHorizontal());
     EXPECT_EQ(again.excludedApps(), std::vector<std::string>{"org.example.Editor"});
@@ -85,7 +86,7 @@ TEST(Settings, everyChangeIsToldAndWrittenAtOnce) {
 TEST(Settings, anOlderTableGetsTheNewGesturesOnce) {
     FakeDefaultsStore store;
     store.setData("mappings", R"({"U":{"kind":"quitApp"}})");
-    Settings settings(store);
+    auto settings = settingsOver(store);
     const GestureTable expected = {{"U", {ActionKind::quitApp, {}}},
                                    {"LD", {ActionKind::exitFullScreen, {}}},
                                    {"RD", {ActionKind::enterFullScreen, {}}}};
@@ -95,13 +96,13 @@ TEST(Settings, anOlderTableGetsTheNewGesturesOnce) {
     EXPECT_EQ(store.boolean("addedEnterFullScreen"), true);
 
     settings.setMappings({{"U", {ActionKind::quitApp, {}}}});
-    EXPECT_EQ(Settings(store).mappings().size(), 1U) << "what the user removed stays removed";
+    EXPECT_EQ(settingsOver(store).mappings().size(), 1U) << "what the user removed stays removed";
 }
 
 TEST(Settings, theUsersOwnBindingIsLeftAlone) {
     FakeDefaultsStore store;
     store.setData("mappings", R"({"LD":{"kind":"none"}})");
-    const Settings settings(store);
+    const auto settings = settingsOver(store);
     EXPECT_EQ(settings.mappings().at("LD").kind, ActionKind::none);
     EXPECT_EQ(settings.mappings().at("RD").kind, ActionKind::enterFullScreen);
     EXPECT_EQ(store.boolean("addedExitFullScreen"), true);
@@ -112,7 +113,7 @@ TEST(Settings, aTableThatCannotBeReadIsSetAsideBeforeItIsReplaced) {
     const std::string broken = R"({"U":{"kind":"quitApp"},"L":{"kind":"fly"}})";
     store.setData("mappings", broken);
     store.writes.clear();
-    Settings settings(store);
+    auto settings = settingsOver(store);
     EXPECT_EQ(settings.mappings(), defaultMappings());
     EXPECT_EQ(store.data("mappings"), broken);
     EXPECT_TRUE(store.writes.empty());
@@ -128,9 +129,26 @@ TEST(Settings, aTableThatCannotBeReadIsSetAsideBeforeItIsReplaced) {
     EXPECT_EQ(stored(store).at("D").kind, ActionKind::back);
 }
 
+TEST(Settings, theLoginItemIsTheSystems) {
+    FakeDefaultsStore store;
+    FakeLoginItem item;
+    RecordingLog systemLog;
+    Settings settings(store, item, systemLog);
+    std::vector<bool> told;
+    const auto subscription = settings.observe([&](Setting) { told.push_back(settings.launchAtLogin()); });
+    settings.setLaunchAtLogin(true);
+    item.refusal = "not here";
+    settings.setLaunchAtLogin(false);
+    EXPECT_EQ(told, (std::vector{true, true})) << "a refused change is told too";
+    EXPECT_EQ(systemLog.lines(), std::vector<std::string>{"Tarvik: launch-at-login change failed: not here"});
+    item.on = false;
+    EXPECT_FALSE(settings.launchAtLogin()) << "others change it too";
+    EXPECT_TRUE(store.writes.empty());
+}
+
 TEST(Settings, snapshotsCarryTheTitles) {
     FakeDefaultsStore store;
-    Settings settings(store);
+    auto settings = settingsOver(store);
     settings.setMappings({{"L", {ActionKind::custom, KeyShortcut{key::t, flags::control}}}});
     settings.setMinStroke(44);
     const KeyNames names(KeyStyle::words, [](std::uint16_t) { return "T"; });

@@ -10,7 +10,9 @@
 #include "platform/linux/common/desktop_entries.h"
 #include "platform/linux/common/ini_defaults_store.h"
 #include "platform/linux/common/paths.h"
+#include "platform/linux/common/standard_error_log.h"
 #include "platform/linux/common/worker.h"
+#include "platform/linux/common/xdg_login_item.h"
 #include "platform/linux/x11/x11_actions_platform.h"
 #include "platform/linux/x11/x11_event_tap.h"
 #include "platform/linux/x11/x11_keyboard_layout.h"
@@ -34,7 +36,9 @@ public:
                   std::unique_ptr<X11ActionsPlatform> actions);
 
     const Vocabulary& vocabulary() const override { return linuxVocabulary(); }
+    LogSink& systemLog() override { return systemLog_; }
     DefaultsStore& defaults() override { return defaults_; }
+    LoginItem& loginItem() override { return loginItem_; }
     MainQueue& mainQueue() override { return mainQueue_; }
     TaskQueue& actionQueue() override { return *worker_; }
 
@@ -58,7 +62,9 @@ private:
     QGuiApplication application_;
     QtMainQueue mainQueue_;
     TerminationSignals signals_;
+    StandardErrorLog systemLog_;
     IniDefaultsStore defaults_;
+    XdgLoginItem loginItem_;
     std::function<void()> layoutChanged_;
     X11KeyboardLayout layout_;
     QSocketNotifier layoutNotifier_;
@@ -96,6 +102,7 @@ LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_p
     , application_(argc, argv)
     , signals_([] { QCoreApplication::quit(); })
     , defaults_(preferencesFile(), log)
+    , loginItem_(autostartFolder(), executable())
     , layout_(log,
               [this] {
                   mainQueue_.post([this] {

@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <pwd.h>
 #include <string>
+#include <string_view>
 #include <system_error>
 #include <unistd.h>
 
@@ -26,6 +27,11 @@ std::filesystem::path home() {
     return folder;
 }
 
+std::filesystem::path configurationFolder() {
+    const auto folder = folderFromEnvironment("XDG_CONFIG_HOME");
+    return folder.empty() ? home() / ".config" : folder;
+}
+
 } // namespace
 
 std::filesystem::path stateFolder() {
@@ -38,11 +44,18 @@ std::filesystem::path stateFolder() {
     return folder;
 }
 
-std::filesystem::path preferencesFile() {
-    auto folder = folderFromEnvironment("XDG_CONFIG_HOME");
-    if (folder.empty())
-        folder = home() / ".config";
-    return folder / "Tarvik.conf";
+std::filesystem::path preferencesFile() { return configurationFolder() / "Tarvik.conf"; }
+
+std::filesystem::path autostartFolder() { return configurationFolder() / "autostart"; }
+
+std::filesystem::path executable() {
+    std::error_code error;
+    auto path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+    // What the kernel says when the file was replaced, by an update for instance.
+    constexpr std::string_view deleted = " (deleted)";
+    if (path.ends_with(deleted))
+        path.resize(path.size() - deleted.size());
+    return path;
 }
 
 std::filesystem::path logFile() { return stateFolder() / "Tarvik.log"; }

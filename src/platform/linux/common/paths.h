@@ -11,4 +11,10 @@ std::filesystem::path stateFolder();
 /// $XDG_CONFIG_HOME/Tarvik.conf (~/.config/Tarvik.conf).
 std::filesystem::path preferencesFile();
 
+/// $XDG_CONFIG_HOME/autostart (~/.config/autostart).
+std::filesystem::path autostartFolder();
+
+/// The program's own file, links resolved.
+std::filesystem::path executable();
+
 } // namespace tarvik

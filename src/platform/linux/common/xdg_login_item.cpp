@@ -1,0 +1,143 @@
+#include "platform/linux/common/xdg_login_item.h"
+
+#include "platform/linux/common/text_file.h"
+
+#include <cstdlib>
+#include <map>
+#include <unistd.h>
+#include <utility>
+
+namespace tarvik {
+namespace {
+
+using Keys = std::map<std::string_view, std::string_view>;
+
+std::string_view trimmed(std::string_view text) {
+    const auto begin = text.find_first_not_of(" \t\r");
+    return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
+}
+
+/// Those of the group [Desktop Entry].
+Keys keysOf(std::string_view entry) {
+    Keys keys;
+    bool ours = false;
+    while (!entry.empty()) {
+        const auto end = entry.find('\n');
+        const auto line = trimmed(entry.substr(0, end));
+        entry.remove_prefix(end == std::string_view::npos ? entry.size() : end + 1);
+        const auto equals = line.find('=');
+        if (line.starts_with('['))
+            ours = line == "[Desktop Entry]";
+        else if (ours && !line.starts_with('#') && equals != std::string_view::npos)
+            keys.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
+    }
+    return keys;
+}
+
+std::string_view value(const Keys& keys, std::string_view key) {
+    const auto found = keys.find(key);
+    return found == keys.end() ? "" : found->second;
+}
+
+/// Whether two lists have a name in common.
+bool meet(std::string_view names, char separator, std::string_view others, char otherSeparator) {
+    const auto forEach = [](std::string_view list, char mark, const auto& visit) {
+        while (!list.empty()) {
+            const auto end = list.find(mark);
+            if (end != 0 && visit(list.substr(0, end)))
+                return true;
+            list.remove_prefix(end == std::string_view::npos ? list.size() : end + 1);
+        }
+        return false;
+    };
+    return forEach(names, separator, [&](std::string_view name) {
+        return forEach(others, otherSeparator, [&](std::string_view other) { return name == other; });
+    });
+}
+
+/// A program without a folder is looked for where the shell would.
+bool isProgram(const std::string& name) {
+    if (name.find('/') != std::string::npos)
+        return access(name.c_str(), X_OK) == 0;
+    const char* path = std::getenv("PATH");
+    for (std::string_view folders = path ? path : ""; !folders.empty();) {
+        const auto end = folders.find(':');
+        if (access((std::string(folders.substr(0, end)) + '/' + name).c_str(), X_OK) == 0)
+            return true;
+        folders.remove_prefix(end == std::string_view::npos ? folders.size() : end + 1);
+    }
+    return false;
+}
+
+/// Backslashes in values of desktop files stand for other characters.
+std::string escaped(std::string_view text) {
+    std::string result;
+    for (const char c : text)
+        result += c == '\\' ? "\\\\" : c == '\n' ? "\\n" : std::string(1, c);
+    return result;
+}
+
+std::string unescaped(std::string_view text) {
+    std::string result;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool escape = text[i] == '\\' && i + 1 < text.size();
+        const char c = text[escape ? ++i : i];
+        result += escape && c == 'n' ? '\n' : escape && c == 's' ? ' ' : c;
+    }
+    return result;
+}
+
+} // namespace
+
+bool startsWithSession(std::string_view entry, std::string_view desktop) {
+    const auto keys = keysOf(entry);
+    if (value(keys, "Exec").empty() || value(keys, "Hidden") == "true" ||
+        value(keys, "X-GNOME-Autostart-enabled") == "false")
+        return false;
+    if (keys.contains("OnlyShowIn") && !meet(value(keys, "OnlyShowIn"), ';', desktop, ':'))
+        return false;
+    if (meet(value(keys, "NotShowIn"), ';', desktop, ':'))
+        return false;
+    const auto program = unescaped(value(keys, "TryExec"));
+    return program.empty() || isProgram(program);
+}
+
+std::string execArgument(std::string_view path) {
+    std::string quoted;
+    for (const char c : path) {
+        if (c == '%')
+            quoted += '%'; // alone it would begin a field code
+        else if (c == '"' || c == '`' || c == '$' || c == '\\')
+            quoted += '\\';
+        quoted += c;
+    }
+    return escaped('"' + quoted + '"');
+}
+
+bool XdgLoginItem::enabled() const {
+    const auto [text, error] = readTextFile(file_);
+    const char* desktop = std::getenv("XDG_CURRENT_DESKTOP");
+    return !error && startsWithSession(text, desktop ? desktop : "");
+}
+
+std::optional<std::string> XdgLoginItem::setEnabled(bool on) {
+    if (!on) {
+        std::error_code error;
+        std::filesystem::remove(file_, error);
+        return refusal(error);
+    }
+    // TryExec: a program that was removed leaves no entry that fails.
+    const auto entry = "[Desktop Entry]\nType=Application\nName=Tarvik\nComment=Mouse gestures\nIcon=tarvik\nExec=" +
+                       execArgument(program_.native()) + "\nTryExec=" + escaped(program_.native()) +
+                       "\nTerminal=false\nX-GNOME-Autostart-enabled=true\n";
+    const auto [before, error] = readTextFile(file_);
+    return refusal(error ? error : replaceTextFile(file_, before, entry));
+}
+
+std::optional<std::string> XdgLoginItem::refusal(const std::error_code& error) const {
+    if (!error)
+        return std::nullopt;
+    return file_.native() + ": " + error.message();
+}
+
+} // namespace tarvik
