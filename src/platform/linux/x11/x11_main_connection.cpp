@@ -33,6 +33,11 @@ std::uint8_t X11MainConnection::firstEvent(xcb_extension_t& extension) const {
     return xcb_get_extension_data(get(), &extension)->first_event;
 }
 
+void X11MainConnection::watchRoot(std::uint32_t events, bool on) {
+    rootEvents_ = on ? rootEvents_ | events : rootEvents_ & ~events;
+    xcb_change_window_attributes(get(), screen().root, XCB_CW_EVENT_MASK, &rootEvents_);
+}
+
 std::shared_ptr<void> X11MainConnection::addHandler(EventHandler handler) {
     auto kept = std::make_shared<EventHandler>(std::move(handler));
     handlers_.push_back(kept);

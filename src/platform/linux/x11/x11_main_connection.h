@@ -42,6 +42,8 @@ public:
     std::uint8_t firstEvent(xcb_extension_t& extension) const;
     bool has(xcb_extension_t& extension) const;
 
+    /// Begins or ends hearing of these events of the root window (XCB_EVENT_MASK_...). Each kind has one user.
+    void watchRoot(std::uint32_t events, bool on);
     /// Every event goes to every handler, for as long as what is returned lives.
     [[nodiscard]] std::shared_ptr<void> addHandler(EventHandler handler);
     void flush() const { xcb_flush(get()); }
@@ -58,6 +60,7 @@ private:
     int screenNumber_ = 0;
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
     const xcb_screen_t* screen_ = nullptr;
+    std::uint32_t rootEvents_ = XCB_EVENT_MASK_NO_EVENT;
     std::vector<std::weak_ptr<EventHandler>> handlers_;
     std::unique_ptr<QSocketNotifier> notifier_;
     QTimer soon_;

@@ -23,7 +23,7 @@ private:
 } // namespace
 
 X11TrailPanels::X11TrailPanels(X11MainConnection& connection, LogSink& log)
-    : connection_(connection), visual_(connection), compositor_(connection, [this] {
+    : connection_(connection), visual_(connection), compositor_(connection, "_NET_WM_CM_S", [this] {
         for (X11TrailPanel* panel : shown_)
             panel->compositingChanged();
     }) {
@@ -37,7 +37,7 @@ std::unique_ptr<TrailPanel> X11TrailPanels::make(const Screen& screen) {
     if (!visual_.problem().empty())
         return std::make_unique<NoPanel>();
     return std::make_unique<X11TrailPanel>(
-        screen, X11TrailPanel::Environment{connection_, visual_, [this] { return compositor_.running(); },
+        screen, X11TrailPanel::Environment{connection_, visual_, [this] { return compositor_.owned(); },
                                            [this](X11TrailPanel& panel) { visibilityChanged(panel); }});
 }
 
@@ -50,8 +50,7 @@ void X11TrailPanels::visibilityChanged(X11TrailPanel& panel) {
     if (wereShown == !shown_.empty())
         return;
     // Other windows' comings and goings matter only while a trail is on the screen.
-    const std::uint32_t mask = shown_.empty() ? XCB_EVENT_MASK_NO_EVENT : XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_.get(), connection_.screen().root, XCB_CW_EVENT_MASK, &mask);
+    connection_.watchRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, !shown_.empty());
     raisesLeft_ = mostRaises;
 }
 

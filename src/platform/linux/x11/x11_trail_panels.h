@@ -1,7 +1,7 @@
 // Makes the panels and shares out what the server reports about their windows.
 #pragma once
 
-#include "platform/linux/x11/compositor_watch.h"
+#include "platform/linux/x11/x11_selection_watch.h"
 #include "platform/linux/x11/x11_trail_panel.h"
 #include "support/log.h"
 
@@ -27,7 +27,7 @@ private:
 
     X11MainConnection& connection_;
     X11TrailVisual visual_;
-    CompositorWatch compositor_;
+    X11SelectionWatch compositor_;
     std::vector<X11TrailPanel*> shown_;
     /// How often the shown panels may still be raised: two programs that both want to be on top must not fight for
     /// ever.

@@ -1,4 +1,4 @@
-#include "platform/linux/x11/compositor_watch.h"
+#include "platform/linux/x11/x11_selection_watch.h"
 
 #include <xcb/xfixes.h>
 
@@ -6,12 +6,12 @@
 
 namespace tarvik {
 
-CompositorWatch::CompositorWatch(X11MainConnection& connection, std::function<void()> changed)
+X11SelectionWatch::X11SelectionWatch(X11MainConnection& connection, const char* prefix, std::function<void()> changed)
     : connection_(connection), changed_(std::move(changed)) {
     if (!connection_.ok())
         return;
     auto* const xcb = connection_.get();
-    selection_ = connection_.atom(("_NET_WM_CM_S" + std::to_string(connection_.screenNumber())).c_str());
+    selection_ = connection_.atom((prefix + std::to_string(connection_.screenNumber())).c_str());
     if (connection_.has(xcb_xfixes_id)) {
         const XcbReply<xcb_xfixes_query_version_reply_t> version(
             xcb_xfixes_query_version_reply(xcb, xcb_xfixes_query_version(xcb, 5, 0), nullptr));
@@ -23,17 +23,17 @@ CompositorWatch::CompositorWatch(X11MainConnection& connection, std::function<vo
     }
     const XcbReply<xcb_get_selection_owner_reply_t> owner(
         xcb_get_selection_owner_reply(xcb, xcb_get_selection_owner(xcb, selection_), nullptr));
-    running_ = owner && owner->owner != XCB_NONE;
+    owned_ = owner && owner->owner != XCB_NONE;
     connection_.dispatchSoon();
 }
 
-void CompositorWatch::handle(const xcb_generic_event_t& event) {
+void X11SelectionWatch::handle(const xcb_generic_event_t& event) {
     if ((event.response_type & 0x7F) != connection_.firstEvent(xcb_xfixes_id) + XCB_XFIXES_SELECTION_NOTIFY)
         return;
     const auto& notice = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
     if (notice.selection != selection_)
         return;
-    running_ = notice.owner != XCB_NONE;
+    owned_ = notice.owner != XCB_NONE;
     changed_();
 }
 
