@@ -6,19 +6,28 @@
 
 #include <QGuiApplication>
 
+#include <X11/Xatom.h>
 #include <X11/extensions/Xrandr.h>
 
 namespace tarvik {
 namespace {
 
-TEST(X11UnitsPerPoint, FirstAnswerAboveOneCounts) {
-    EXPECT_EQ(x11UnitsPerPoint(1.5, "Xft.dpi:\t192\n", "2"), 1.5);
-    EXPECT_EQ(x11UnitsPerPoint(1, "Xft.antialias: 1\nXft.dpi:\t192\nXft.hinting: 1\n", "3"), 2);
-    EXPECT_EQ(x11UnitsPerPoint(1, "Xft.dpi: 120", ""), 1.25);
-    EXPECT_EQ(x11UnitsPerPoint(1, "Xft.dpi: 100", ""), 1);
-    EXPECT_EQ(x11UnitsPerPoint(1, "Xft.dpi: 96\n", "2"), 2);
-    EXPECT_EQ(x11UnitsPerPoint(0.75, "Xft.dpi: 72\n", "0.5"), 1);
-    EXPECT_EQ(x11UnitsPerPoint(1, "Xft.dpi: many\nnXft.dpi: 300\n", "none"), 1);
+TEST(X11UnitsPerPoint, WhatTheToolkitWasToldCountsFirstThenTheDesktopsScale) {
+    const auto told = [](double ratio) { return x11UnitsPerPoint({ratio, true, "Xft.dpi: 192", "3"}); };
+    EXPECT_EQ(told(1.5), 1.5);
+    EXPECT_EQ(told(1), 1); // one of two monitors
+    EXPECT_EQ(told(0.5), 1);
+
+    const auto found = [](double ratio, std::string_view resources, std::string_view gdkScale) {
+        return x11UnitsPerPoint({ratio, false, resources, gdkScale});
+    };
+    EXPECT_EQ(found(1, "Xft.antialias: 1\nXft.dpi:\t192\nXft.hinting: 1\n", "3"), 2);
+    EXPECT_EQ(found(2, "Xft.dpi: 120", ""), 1.25); // changed after the toolkit had read it
+    EXPECT_EQ(found(1.04, "Xft.dpi: 100", ""), 1);
+    EXPECT_EQ(found(1, "Xft.dpi: 96\n", "2"), 2);
+    EXPECT_EQ(found(0.75, "Xft.dpi: 72\n", "0.5"), 1);
+    EXPECT_EQ(found(1.5, "", "3"), 1.5);
+    EXPECT_EQ(found(1, "Xft.dpi: many\nnXft.dpi: 300\n", "none"), 1);
 }
 
 /// Changes the list of monitors as "xrandr --setmonitor" does.
@@ -45,6 +54,11 @@ public:
                                .height = 800,
                                .outputs = resources_->outputs};
         XRRSetMonitor(display_, root_, &monitor);
+        XFlush(display_);
+    }
+    void setResources(const std::string& text) {
+        XChangeProperty(display_, root_, XA_RESOURCE_MANAGER, XA_STRING, 8, PropModeReplace,
+                        reinterpret_cast<const unsigned char*>(text.data()), static_cast<int>(text.size()));
         XFlush(display_);
     }
     void remove(const char* name) {
@@ -85,6 +99,10 @@ TEST(X11Screens, FollowsTheMonitorsPrimaryFirstWithoutMirrors) {
     monitors.remove("Left");
     EXPECT_TRUE(becomes({whole}));
     EXPECT_EQ(changes, 3);
+
+    monitors.setResources("Xft.dpi:\t192\n");
+    EXPECT_TRUE(becomes({Screen{whole.frame, 2}}));
+    EXPECT_EQ(changes, 4);
 }
 
 } // namespace

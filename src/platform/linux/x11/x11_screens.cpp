@@ -49,14 +49,26 @@ QString atomName(xcb_connection_t* xcb, xcb_atom_t atom) {
                  : QString();
 }
 
-/// The toolkit names its screens as RandR names its monitors.
+/// The toolkit names its screens as RandR names its outputs and the monitors that it makes of them. A monitor that
+/// somebody has defined is unknown to it.
 double toolkitRatio(const QString& monitor) {
     for (const QScreen* screen : QGuiApplication::screens()) {
         if (screen->name() == monitor)
             return screen->devicePixelRatio();
     }
-    return 1;
+    const QScreen* primary = QGuiApplication::primaryScreen();
+    return primary ? primary->devicePixelRatio() : 1;
 }
+
+bool toolkitWasTold() {
+    for (const char* name : {"QT_SCREEN_SCALE_FACTORS", "QT_SCALE_FACTOR", "QT_USE_PHYSICAL_DPI"}) {
+        if (!qEnvironmentVariableIsEmpty(name))
+            return true;
+    }
+    return false;
+}
+
+double quarters(double scale) { return std::round(scale * 4) / 4; }
 
 std::vector<Screen> withoutMirrors(const std::vector<Screen>& screens) {
     std::vector<Screen> result;
@@ -74,12 +86,13 @@ std::vector<Screen> withoutMirrors(const std::vector<Screen>& screens) {
 
 } // namespace
 
-double x11UnitsPerPoint(double toolkitRatio, std::string_view resources, std::string_view gdkScale) {
-    if (toolkitRatio > 1)
-        return toolkitRatio;
-    if (const double scale = std::round(xftDpi(resources) / 96 * 4) / 4; scale > 1)
+double x11UnitsPerPoint(const X11ScaleHints& hints) {
+    if (hints.toolkitWasTold)
+        return std::max(1.0, hints.toolkitRatio);
+    const double dpi = xftDpi(hints.resources);
+    if (const double scale = quarters(dpi > 0 ? dpi / 96 : hints.toolkitRatio); scale > 1)
         return scale;
-    return std::max(1.0, leadingNumber(gdkScale));
+    return std::max(1.0, leadingNumber(hints.gdkScale));
 }
 
 X11Screens::X11Screens(X11MainConnection& connection) : connection_(connection), context_(std::make_unique<QObject>()) {
@@ -98,19 +111,28 @@ std::vector<Screen> X11Screens::screens() const {
 void X11Screens::watch() {
     if (!connection_.ok())
         return;
+    const auto root = connection_.screen().root;
+    connection_.watchRoot(XCB_EVENT_MASK_PROPERTY_CHANGE, true);
     // The server's notice and the toolkit's may come in either order; the later one finds both up to date.
-    if (connection_.has(xcb_randr_id)) {
+    const bool randr = connection_.has(xcb_randr_id);
+    if (randr) {
         xcb_discard_reply(connection_.get(), xcb_randr_query_version(connection_.get(), 1, 5).sequence);
-        xcb_randr_select_input(connection_.get(), connection_.screen().root,
+        xcb_randr_select_input(connection_.get(), root,
                                XCB_RANDR_NOTIFY_MASK_SCREEN_CHANGE | XCB_RANDR_NOTIFY_MASK_CRTC_CHANGE |
                                    XCB_RANDR_NOTIFY_MASK_OUTPUT_CHANGE);
-        events_ = connection_.addHandler(
-            [this, first = connection_.firstEvent(xcb_randr_id)](const xcb_generic_event_t& event) {
-                const int code = event.response_type & 0x7F;
-                if (code == first + XCB_RANDR_SCREEN_CHANGE_NOTIFY || code == first + XCB_RANDR_NOTIFY)
-                    refresh();
-            });
     }
+    events_ = connection_.addHandler([this, root, firstOfRandr = randr ? connection_.firstEvent(xcb_randr_id) : 0](
+                                         const xcb_generic_event_t& event) {
+        const int code = event.response_type & 0x7F;
+        if (code == XCB_PROPERTY_NOTIFY) {
+            const auto& changed = reinterpret_cast<const xcb_property_notify_event_t&>(event);
+            if (changed.window == root && changed.atom == XCB_ATOM_RESOURCE_MANAGER)
+                refresh();
+        } else if (firstOfRandr != 0 &&
+                   (code == firstOfRandr + XCB_RANDR_SCREEN_CHANGE_NOTIFY || code == firstOfRandr + XCB_RANDR_NOTIFY)) {
+            refresh();
+        }
+    });
     const auto follow = [this](QScreen* screen) {
         const auto again = [this] { refresh(); };
         QObject::connect(screen, &QScreen::geometryChanged, context_.get(), again);
@@ -141,21 +163,26 @@ void X11Screens::refresh() {
 std::vector<Screen> X11Screens::read() const {
     if (!connection_.ok())
         return {};
-    auto* const xcb = connection_.get();
-    const xcb_screen_t& root = connection_.screen();
     const std::string resources = resourceManager(connection_);
     const QByteArray gdkScale = qgetenv("GDK_SCALE");
-    const auto screen = [&](Rect frame, double ratio) {
+    const bool told = toolkitWasTold();
+    return monitors([&](Rect frame, double ratio) {
         return Screen{frame,
-                      x11UnitsPerPoint(ratio, resources, {gdkScale.data(), static_cast<std::size_t>(gdkScale.size())})};
-    };
+                      x11UnitsPerPoint({.toolkitRatio = ratio,
+                                        .toolkitWasTold = told,
+                                        .resources = resources,
+                                        .gdkScale = {gdkScale.data(), static_cast<std::size_t>(gdkScale.size())}})};
+    });
+}
 
+std::vector<Screen> X11Screens::monitors(const std::function<Screen(Rect, double)>& make) const {
+    auto* const xcb = connection_.get();
+    const xcb_screen_t& root = connection_.screen();
     XcbReply<xcb_randr_get_monitors_reply_t> reply;
     if (connection_.has(xcb_randr_id))
         reply.reset(xcb_randr_get_monitors_reply(xcb, xcb_randr_get_monitors(xcb, root.root, true), nullptr));
     if (!reply) // a server before RandR 1.5
-        return {
-            screen({0, 0, static_cast<double>(root.width_in_pixels), static_cast<double>(root.height_in_pixels)}, 1)};
+        return {make({0, 0, static_cast<double>(root.width_in_pixels), static_cast<double>(root.height_in_pixels)}, 1)};
 
     std::vector<Screen> result;
     for (auto i = xcb_randr_get_monitors_monitors_iterator(reply.get()); i.rem; xcb_randr_monitor_info_next(&i)) {
@@ -164,7 +191,7 @@ std::vector<Screen> X11Screens::read() const {
                          static_cast<double>(monitor.width), static_cast<double>(monitor.height)};
         if (frame.width > 0 && frame.height > 0)
             result.insert(monitor.primary ? result.begin() : result.end(),
-                          screen(frame, toolkitRatio(atomName(xcb, monitor.name))));
+                          make(frame, toolkitRatio(atomName(xcb, monitor.name))));
     }
     return withoutMirrors(result);
 }
