@@ -16,5 +16,6 @@ endif()
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
     add_compile_options(-fstack-protector-strong)
     add_link_options(-Wl,-z,relro,-z,now)
-    set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 endif()
+# The rooms are part of the program and of the module of its window.
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)

@@ -36,7 +36,7 @@ public:
     virtual ~Applications() = default;
     /// In the system's order.
     virtual std::vector<RunningApplication> running() = 0;
-    /// The application of an identifier; `iconSize` in pixels. Nothing when none is installed.
+    /// The application of an identifier; `iconSize` in pixels, 0 for no icon. Nothing when none is installed.
     virtual std::optional<InstalledApplication> installed(std::string_view id, int iconSize) = 0;
     /// The program's own identifier.
     virtual std::string ownId() const = 0;

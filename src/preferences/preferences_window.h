@@ -5,6 +5,7 @@
 #include "model/vocabulary.h"
 #include "model/wording.h"
 #include "ports/activation.h"
+#include "ports/appearance.h"
 #include "ports/applications.h"
 #include "ports/key_monitor.h"
 #include "services/gesture_recorder.h"
@@ -26,6 +27,7 @@ struct PreferencesContext {
     Applications& applications;
     KeyMonitor& keyMonitor;
     Activation& activation;
+    Appearance& appearance;
     const Vocabulary& vocabulary;
     const Wording& wording;
     const KeyNames& keyNames;
