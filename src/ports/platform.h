@@ -2,9 +2,12 @@
 #pragma once
 
 #include "model/vocabulary.h"
+#include "ports/appearance.h"
+#include "ports/applications.h"
 #include "ports/defaults_store.h"
 #include "ports/desktop_shell.h"
 #include "ports/event_tap.h"
+#include "ports/key_monitor.h"
 #include "ports/key_poster.h"
 #include "ports/keyboard_layout.h"
 #include "ports/login_item.h"
@@ -47,6 +50,11 @@ public:
     virtual DesktopShell& shell() = 0;
     virtual Windows& windows() = 0;
     virtual Workspace& workspace() = 0;
+
+    /// For the program's own window.
+    virtual Applications& applications() = 0;
+    virtual KeyMonitor& keyMonitor() = 0;
+    virtual Appearance& appearance() = 0;
 
     /// Runs the main loop until the session, the user or a signal ends it; the process's exit code.
     virtual int run() = 0;

@@ -4,6 +4,8 @@
 #include <QGuiApplication>
 #include <QSocketNotifier>
 
+#include "platform/linux/common/desktop_appearance.h"
+#include "platform/linux/common/qt_key_monitor.h"
 #include "platform/linux/common/qt_main_queue.h"
 #include "platform/linux/common/termination_signals.h"
 
@@ -14,6 +16,7 @@
 #include "platform/linux/common/worker.h"
 #include "platform/linux/common/xdg_login_item.h"
 #include "platform/linux/x11/x11_actions_platform.h"
+#include "platform/linux/x11/x11_application_list.h"
 #include "platform/linux/x11/x11_event_tap.h"
 #include "platform/linux/x11/x11_keyboard_layout.h"
 #include "platform/linux/x11/x11_main_connection.h"
@@ -53,6 +56,9 @@ public:
     DesktopShell& shell() override { return actions_->shell(); }
     Windows& windows() override { return actions_->windows(); }
     Workspace& workspace() override { return actions_->workspace(); }
+    Applications& applications() override { return applications_; }
+    KeyMonitor& keyMonitor() override { return keyMonitor_; }
+    Appearance& appearance() override { return appearance_; }
 
     int run() override;
     void stop() override;
@@ -73,6 +79,9 @@ private:
     X11TrailPanels panels_;
     std::unique_ptr<X11ActionsPlatform> actions_;
     std::optional<Worker> worker_;
+    X11ApplicationList applications_;
+    QtKeyMonitor keyMonitor_;
+    DesktopAppearance appearance_;
     X11EventTap tap_;
 };
 
@@ -114,6 +123,7 @@ LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_p
     , screens_(connection_)
     , panels_(connection_, log)
     , actions_(std::move(actions))
+    , applications_(entries)
     , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); }) {
     QGuiApplication::setQuitOnLastWindowClosed(false);
     QObject::connect(&layoutNotifier_, &QSocketNotifier::activated, &layoutNotifier_, [this] { layout_.refresh(); });
