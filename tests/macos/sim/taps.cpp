@@ -39,8 +39,8 @@ std::deque<OnItsWay> onTheirWay;
 bool moving = false;
 
 Port::~Port() {
-    if (valid && enabled)
-        fatal("a tap was let go while it was switched on");
+    if (valid)
+        fatal("a tap's port was let go without giving it up");
     std::erase(ports, this);
 }
 
