@@ -1,0 +1,5 @@
+#pragma once
+
+#include <Foundation/NSObject.h>
+#include <Foundation/NSSystem.h>
+#include <Foundation/NSValues.h>
