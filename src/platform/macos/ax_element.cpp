@@ -43,24 +43,22 @@ std::optional<AxElement> AxElement::elementAt(double x, double y) const {
     return AxElement(std::move(found));
 }
 
-std::pair<CfRef<CFTypeRef>, AXError> AxElement::read(CFStringRef attribute) const {
-    CfRef<CFTypeRef> value;
-    const auto error = AXUIElementCopyAttributeValue(element_.get(), attribute, value.out());
-    return {std::move(value), error};
+AxReading AxElement::read(CFStringRef attribute) const {
+    AxReading reading;
+    reading.error = AXUIElementCopyAttributeValue(element_.get(), attribute, reading.value.out());
+    return reading;
 }
 
 std::optional<AxElement> AxElement::readElement(CFStringRef attribute) const {
-    auto [value, error] = read(attribute);
-    if (error != kAXErrorSuccess || !value || CFGetTypeID(value.get()) != AXUIElementGetTypeID())
+    auto reading = read(attribute);
+    if (!reading || CFGetTypeID(reading.value.get()) != AXUIElementGetTypeID())
         return std::nullopt;
-    return AxElement(std::move(value).as<AXUIElementRef>());
+    return AxElement(std::move(reading.value).as<AXUIElementRef>());
 }
 
 std::string AxElement::describe(CFStringRef attribute) const {
-    const auto [value, error] = read(attribute);
-    if (error != kAXErrorSuccess || !value)
-        return "err" + std::to_string(static_cast<int>(error));
-    return description(value.get());
+    const auto reading = read(attribute);
+    return reading ? description(reading.value.get()) : "err" + std::to_string(static_cast<int>(reading.error));
 }
 
 bool AxElement::isSettable(CFStringRef attribute) const {

@@ -10,6 +10,15 @@
 
 namespace tarvik {
 
+/// What reading an attribute gave.
+struct AxReading {
+    /// May be empty even where the read succeeded.
+    CfRef<CFTypeRef> value;
+    AXError error = kAXErrorFailure;
+    /// There is a value.
+    explicit operator bool() const { return error == kAXErrorSuccess && value; }
+};
+
 /// Calls wait for the application that owns the object, but not long: a read for a quarter of a second; a write for
 /// two, so that one that succeeds slowly is not taken for a failure and done a second time by keys. (The system's own
 /// limit is six seconds, and objects got from an object do not inherit what was set on it.)
@@ -22,8 +31,7 @@ public:
     /// display. For the system-wide element.
     std::optional<AxElement> elementAt(double x, double y) const;
 
-    /// The attribute's value and the error code of the read; the value is empty unless the code is 0.
-    std::pair<CfRef<CFTypeRef>, AXError> read(CFStringRef attribute) const;
+    AxReading read(CFStringRef attribute) const;
     /// The attribute's value when it is an object of the interface.
     std::optional<AxElement> readElement(CFStringRef attribute) const;
     /// The attribute's value in its textual form, or "err" and the error code.

@@ -30,10 +30,10 @@ std::optional<bool> number(CFTypeRef value) {
 
 /// A value of the accessibility service's own kinds (point, size).
 template <class T> std::optional<T> geometry(const AxElement& element, CFStringRef attribute, AXValueType type) {
-    const auto [value, error] = element.read(attribute);
+    const auto reading = element.read(attribute);
     T result = {};
-    if (error != kAXErrorSuccess || !value || CFGetTypeID(value.get()) != AXValueGetTypeID() ||
-        !AXValueGetValue(static_cast<AXValueRef>(value.get()), type, &result))
+    if (!reading || CFGetTypeID(reading.value.get()) != AXValueGetTypeID() ||
+        !AXValueGetValue(static_cast<AXValueRef>(reading.value.get()), type, &result))
         return std::nullopt;
     return result;
 }
@@ -46,8 +46,8 @@ public:
     int minimize() override { return element_.write(minimized, true); }
 
     std::optional<bool> isFullScreen() const override {
-        const auto [value, error] = element_.read(fullScreen);
-        return error == kAXErrorSuccess && value ? number(value.get()) : std::nullopt;
+        const auto reading = element_.read(fullScreen);
+        return reading ? number(reading.value.get()) : std::nullopt;
     }
 
     int setFullScreen(bool on) override { return element_.write(fullScreen, on); }
@@ -76,8 +76,8 @@ private:
 
 /// The window that the element is, or lies in.
 std::optional<AxElement> windowOf(AxElement element) {
-    const auto [value, error] = element.read(role);
-    if (error == kAXErrorSuccess && value && CFEqual(value.get(), windowRole))
+    const auto reading = element.read(role);
+    if (reading && CFEqual(reading.value.get(), windowRole))
         return element;
     return element.readElement(window);
 }
