@@ -58,7 +58,7 @@ class VirtualDesktop:
         self._wm, self._compositor, self._layout, self._raw_input = wm, compositor, layout, raw_input
         self._sizes = [tuple(map(int, screen.split("x"))) for screen in size.split(",")]
         self._wanted_display = display
-        self._processes = []
+        self._processes, self._named = [], {}
         self._lines = None
         self.mouse = self.mouse2 = self.keyboard = None
         self.display = None
@@ -73,8 +73,7 @@ class VirtualDesktop:
             self._start_bus()
             self._start_window_manager()
             if self._compositor:
-                self._start("picom", ["picom", "--backend", "xrender", "--config", "/dev/null"])
-                self._wait(lambda x: x.selection_owner("_NET_WM_CM_S0") != 0, "picom")
+                self.start_compositor()
             self._connect_input()
         except BaseException as error:
             self.close(keep_folder=isinstance(error, DesktopError))
@@ -86,6 +85,24 @@ class VirtualDesktop:
 
     def path(self, name):
         return os.path.join(self.folder, name)
+
+    def start_compositor(self):
+        self._start("picom", ["picom", "--backend", "xrender", "--config", "/dev/null"])
+        self._wait(lambda x: x.selection_owner("_NET_WM_CM_S0") != 0, "picom")
+
+    def stop_compositor(self):
+        self._end("picom")
+
+    def restart_window_manager(self):
+        """Ends it and starts a new one."""
+        self._end(self._wm)
+        with XDisplay(self.display, self.env["XAUTHORITY"]) as display:
+            display.forget_root_property("_NET_SUPPORTING_WM_CHECK")  # what an end may leave behind
+        self._start_window_manager()
+
+    def end_server(self):
+        """Takes the display away from everything that runs on it."""
+        self._end("xorg")
 
     def close(self, keep_folder=False):
         """Ends every process of the desktop, those that they started included."""
@@ -172,7 +189,7 @@ class VirtualDesktop:
             self._start("openbox", ["openbox", "--sm-disable", "--config-file", self.path("openbox.xml")])
         else:
             channels = self.path("config/xfce4/xfconf/xfce-perchannel-xml")
-            os.makedirs(channels)
+            os.makedirs(channels, exist_ok=True)
             with open(os.path.join(channels, "xfwm4.xml"), "w", encoding="utf-8") as file:
                 file.write(XFWM4_CHANNEL)
             self._start("xfwm4", ["xfwm4", "--compositor=off"])
@@ -191,10 +208,17 @@ class VirtualDesktop:
         self.env["TARVIK_INPUT"] = self.path("input")
 
     def _start(self, name, command, pass_fds=(), env=None):
-        with open(self.path(f"{name}.out"), "wb") as output:
-            self._processes.append(subprocess.Popen(
+        with open(self.path(f"{name}.out"), "ab") as output:
+            process = subprocess.Popen(
                 command, env=env or self.env, cwd=self.folder, stdin=subprocess.DEVNULL, stdout=output, stderr=output,
-                start_new_session=True, pass_fds=pass_fds, preexec_fn=lambda: end_with_parent(signal.SIGTERM)))
+                start_new_session=True, pass_fds=pass_fds, preexec_fn=lambda: end_with_parent(signal.SIGTERM))
+        self._processes.append(process)
+        self._named[name] = process
+
+    def _end(self, name):
+        process = self._named.pop(name)
+        end(process)
+        self._processes.remove(process)
 
     def _read_line(self, reader, program):
         """The first line that the program writes to the pipe; raises when it ends or takes too long."""

@@ -36,6 +36,10 @@ class XDisplay:
     def selection_owner(self, name):
         return self._x.XGetSelectionOwner(self._display, ctypes.c_ulong(self._atom(name)))
 
+    def forget_root_property(self, name):
+        self._x.XDeleteProperty(self._display, ctypes.c_ulong(self._root), ctypes.c_ulong(self._atom(name)))
+        self._x.XSync(self._display, 0)
+
     def root_cardinal(self, name):
         """The first 32-bit number of a property of the root window, or None."""
         kind, count, left = ctypes.c_ulong(), ctypes.c_ulong(), ctypes.c_ulong()

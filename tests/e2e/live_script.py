@@ -11,7 +11,7 @@ import unittest
 
 from desktop_test import DesktopTest, poll
 from desktop.hand import INTERVAL
-from probe import Probe
+from desktop.probe import Probe
 from test_actions import TITLES
 from virtual_desktop import BACK, LEFT, MIDDLE, RIGHT
 

@@ -5,7 +5,7 @@ import unittest
 
 from desktop_test import DesktopTest, KEY_N
 from desktop.applications import Browser, GtkEditor, QtEditor, Terminal
-from probe import Probe
+from desktop.probe import Probe
 
 KEY_CONTROL, KEY_SHIFT, KEY_END = 29, 42, 107
 END_KEY_OF_TABLE, CONTROL_OF_TABLE = 119, 0x40000  # position and modifier bit as the table stores them

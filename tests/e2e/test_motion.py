@@ -4,7 +4,7 @@ import time
 import unittest
 
 from desktop_test import DesktopTest
-from probe import Probe
+from desktop.probe import Probe
 from virtual_desktop import RIGHT
 
 PAUSE = 0.08  # seconds between a release and the next press

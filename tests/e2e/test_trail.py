@@ -4,7 +4,7 @@ import unittest
 
 from desktop_test import DesktopTest, poll
 from desktop.applications import Browser
-from probe import Probe
+from desktop.probe import Probe
 from virtual_desktop import RIGHT
 
 START = (500, 300)

@@ -1,4 +1,4 @@
-"""A window of the test's own that notes what reaches an application: keys, buttons, movement while a button is held."""
+"""A window of our own that notes what reaches an application: keys, buttons, movement while a button is held."""
 
 import os
 
@@ -32,6 +32,16 @@ class Probe:
     def __exit__(self, *_):
         self.display.close()
 
+    def take_pointer(self):
+        """As an open menu does."""
+        mask = X.ButtonPressMask | X.ButtonReleaseMask
+        return self.window.grab_pointer(True, mask, X.GrabModeAsync, X.GrabModeAsync, X.NONE, X.NONE,
+                                        X.CurrentTime) == X.GrabSuccess
+
+    def give_pointer_back(self):
+        self.display.ungrab_pointer(X.CurrentTime)
+        self.display.sync()
+
     def forget(self):
         self.events()
         self._events.clear()
@@ -59,6 +69,8 @@ class Probe:
             return "release", event.detail, event.root_x, event.root_y
         if event.type == X.MotionNotify:
             return "drag", event.root_x, event.root_y
+        if event.type == X.MappingNotify:
+            self.display.refresh_keyboard_mapping(event)
         if event.type == X.KeyPress:
             return "key", self._key_name(event.detail)
         return None
