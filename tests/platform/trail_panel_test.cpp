@@ -11,6 +11,8 @@
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 #include <X11/extensions/XTest.h>
+#include <xcb/shape.h>
+#include <xcb/xcbext.h>
 
 #include <algorithm>
 
@@ -93,16 +95,17 @@ public:
         return true;
     }
 
-    /// Presses and releases the left button there; whether the sheet got the press.
-    bool sheetGetsClick(int x, int y) {
+    /// Presses and releases the button there (4 and 5 are the wheel); whether the sheet got the press.
+    bool sheetGetsClick(int x, int y, unsigned button = 1) {
         XTestFakeMotionEvent(display_, -1, x, y, CurrentTime);
-        XTestFakeButtonEvent(display_, 1, True, CurrentTime);
-        XTestFakeButtonEvent(display_, 1, False, CurrentTime);
+        XTestFakeButtonEvent(display_, button, True, CurrentTime);
+        XTestFakeButtonEvent(display_, button, False, CurrentTime);
         XFlush(display_);
         return eventuallyInLoop([&] {
             XEvent event;
             while (XCheckTypedEvent(display_, ButtonPress, &event)) {
-                if (event.xbutton.window == sheet_ && event.xbutton.x == x && event.xbutton.y == y)
+                if (event.xbutton.window == sheet_ && event.xbutton.x == x && event.xbutton.y == y &&
+                    event.xbutton.button == button)
                     return true;
             }
             return false;
@@ -144,6 +147,14 @@ struct TrailPanelTest : testing::Test {
     bool showsLine(int x, int y) {
         return eventuallyInLoop([&] { return desktop.shows(x, y, lineColour()); });
     }
+    /// Of how many rectangles the window consists.
+    int shapeRects() {
+        auto* const xcb = connection.get();
+        const auto window = static_cast<X11TrailPanel&>(*panel).window();
+        const XcbReply<xcb_shape_get_rectangles_reply_t> reply(
+            xcb_shape_get_rectangles_reply(xcb, xcb_shape_get_rectangles(xcb, window, XCB_SHAPE_SK_BOUNDING), nullptr));
+        return xcb_shape_get_rectangles_rectangles_length(reply.get());
+    }
     bool showsPaper(int x, int y, int width = 1, int height = 1) {
         return eventuallyInLoop([&] { return desktop.blank(x, y, width, height); });
     }
@@ -173,6 +184,7 @@ TEST_F(TrailPanelTest, LetsClicksThroughAndIsGoneAfterHiding) {
     ASSERT_TRUE(showsLine(400, 300));
     EXPECT_TRUE(desktop.sheetGetsClick(400, 300));
     EXPECT_TRUE(desktop.sheetGetsClick(630, 330)); // on the pill
+    EXPECT_TRUE(desktop.sheetGetsClick(400, 300, Button5));
     panel->hide();
     EXPECT_FALSE(panel->visible());
     EXPECT_TRUE(showsPaper(0, 0, 1280, 800));
@@ -237,6 +249,38 @@ TEST_F(TrailPanelTest, StaysAboveWindowsThatComeLater) {
     EXPECT_TRUE(showsLine(400, 300));
     desktop.destroy(later);
     EXPECT_TRUE(showsLine(400, 300));
+}
+
+TEST_F(TrailPanelTest, AnUpdateOfALongPathSendsNoMoreThanOneOfAShortPath) {
+    std::uint32_t state = 1;
+    const auto random = [&](int below) {
+        state = state * 1664525 + 1013904223;
+        return static_cast<double>((state >> 8) % static_cast<std::uint32_t>(below));
+    };
+    const auto wander = [&](std::size_t points) {
+        while (path->size() < points)
+            path->append({20 + random(1200), 20 + random(700)});
+    };
+    // The same movement each time, so that only what the path was before can make a difference.
+    const auto bytesOfUpdates = [&] {
+        draw({{600, 400}}, "Back");
+        const auto before = xcb_total_written(connection.get());
+        for (int i = 0; i < 50; ++i)
+            draw({{600.0 + 3 * i, 400.0 + 2 * i}}, "Back");
+        return static_cast<double>(xcb_total_written(connection.get()) - before);
+    };
+    wander(2);
+    const double few = bytesOfUpdates();
+    int mostRects = 0;
+    for (const std::size_t points : {100, 300, 1000, 3000}) {
+        wander(points);
+        draw({{600, 400}}, "Back");
+        mostRects = std::max(mostRects, shapeRects());
+    }
+    EXPECT_LE(bytesOfUpdates(), 1.2 * few);
+    EXPECT_LE(mostRects, composited ? 1 : 1000 + 100); // of the line and of the pill
+    panel->hide();
+    EXPECT_TRUE(showsPaper(0, 0, 1280, 800));
 }
 
 struct DoubleScaleTest : TrailPanelTest {
