@@ -2,6 +2,9 @@
 #pragma once
 
 #include "model/vocabulary.h"
+#include "model/wording.h"
+#include "ports/activation.h"
+#include "ports/activity.h"
 #include "ports/appearance.h"
 #include "ports/applications.h"
 #include "ports/defaults_store.h"
@@ -11,9 +14,12 @@
 #include "ports/key_poster.h"
 #include "ports/keyboard_layout.h"
 #include "ports/login_item.h"
+#include "ports/permission.h"
 #include "ports/screens.h"
+#include "ports/status_item.h"
 #include "ports/task_queue.h"
 #include "ports/trail_panel.h"
+#include "ports/update_channel.h"
 #include "ports/windows.h"
 #include "ports/workspace.h"
 #include "support/log.h"
@@ -21,6 +27,7 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <variant>
 
 namespace tarvik {
 
@@ -30,6 +37,7 @@ public:
     virtual ~Platform() = default;
 
     virtual const Vocabulary& vocabulary() const = 0;
+    virtual const Wording& wording() const = 0;
     /// For the few messages that are the system's business; each begins with the program's name. Any thread.
     virtual LogSink& systemLog() = 0;
     virtual DefaultsStore& defaults() = 0;
@@ -56,6 +64,17 @@ public:
     virtual KeyMonitor& keyMonitor() = 0;
     virtual Appearance& appearance() = 0;
 
+    virtual StatusItem& statusItem() = 0;
+    virtual Permission& permission() = 0;
+    virtual Activity& activity() = 0;
+    virtual Activation& activation() = 0;
+    /// Null where updates are not configured.
+    virtual UpdateChannel* updateChannel() = 0;
+
+    /// Called on the main thread when the user starts the program while it runs.
+    virtual void onReopen(std::function<void()> handler) = 0;
+    /// Ends the main loop.
+    virtual void terminate() = 0;
     /// Runs the main loop until the session, the user or a signal ends it; the process's exit code.
     virtual int run() = 0;
     /// Takes the tap out, so that no event is held, then lets the actions that are under way finish. No handler and no
@@ -66,7 +85,8 @@ public:
 /// Where the log file is; its folder exists where it could be made.
 std::filesystem::path logFile();
 
-/// Null when the program cannot run here at all; the reason is in the log and on standard error.
-std::unique_ptr<Platform> makePlatform(int& argc, char** argv, LogSink& log);
+/// The platform, or the exit code with which the program ends at once: because it cannot run here at all, which the log
+/// and standard error say, or because it runs already and the other one now shows its preferences.
+std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv, LogSink& log);
 
 } // namespace tarvik

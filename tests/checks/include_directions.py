@@ -19,6 +19,8 @@ ALLOWED = {
     "services": {"ports", "model", "support"},
     "preferences": {"services", "settings", "ports", "model", "support"},
     "platform/linux": {"platform/linux/common", "platform/linux/x11", "ports", "model", "support"},
+    # A program of its own.
+    "platform/linux/feed": {"support"},
     "platform/linux/common": {"ports", "model", "support"},
     # Panels paint with the overlay's geometry, which is the same on every platform.
     "platform/linux/x11": {"platform/linux/common", "overlay", "ports", "model", "support"},

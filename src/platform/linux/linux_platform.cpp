@@ -1,18 +1,27 @@
 // A Linux desktop under X11: which adapter stands behind which port, and on which thread.
 
 // The toolkit first: Xlib's macros would take its names away.
-#include <QGuiApplication>
+#include <QApplication>
+#include <QPalette>
 #include <QSocketNotifier>
 
 #include "platform/linux/common/desktop_appearance.h"
+#include "platform/linux/common/desktop_notice.h"
+#include "platform/linux/common/feed_configuration.h"
+#include "platform/linux/common/feed_update_channel.h"
 #include "platform/linux/common/qt_key_monitor.h"
 #include "platform/linux/common/qt_main_queue.h"
+#include "platform/linux/common/single_instance.h"
 #include "platform/linux/common/termination_signals.h"
+#include "platform/linux/common/tray_status_item.h"
+#include "platform/linux/x11/x11_activation.h"
 
 #include "platform/linux/common/desktop_entries.h"
 #include "platform/linux/common/ini_defaults_store.h"
+#include "platform/linux/common/no_activity.h"
 #include "platform/linux/common/paths.h"
 #include "platform/linux/common/standard_error_log.h"
+#include "platform/linux/common/user_guide.h"
 #include "platform/linux/common/worker.h"
 #include "platform/linux/common/xdg_login_item.h"
 #include "platform/linux/x11/x11_actions_platform.h"
@@ -20,7 +29,9 @@
 #include "platform/linux/x11/x11_event_tap.h"
 #include "platform/linux/x11/x11_keyboard_layout.h"
 #include "platform/linux/x11/x11_main_connection.h"
+#include "platform/linux/x11/x11_permission.h"
 #include "platform/linux/x11/x11_screens.h"
+#include "platform/linux/x11/x11_selection_watch.h"
 #include "platform/linux/x11/x11_trail_panels.h"
 #include "ports/platform.h"
 
@@ -35,10 +46,11 @@ namespace {
 class LinuxPlatform final : public Platform {
 public:
     /// `actions` was opened first, as the proof that there is a display.
-    LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_ptr<const DesktopEntries> entries,
-                  std::unique_ptr<X11ActionsPlatform> actions);
+    LinuxPlatform(std::unique_ptr<QApplication> application, std::unique_ptr<SingleInstance> instance, LogSink& log,
+                  std::shared_ptr<const DesktopEntries> entries, std::unique_ptr<X11ActionsPlatform> actions);
 
     const Vocabulary& vocabulary() const override { return linuxVocabulary(); }
+    const Wording& wording() const override { return linuxWording(); }
     LogSink& systemLog() override { return systemLog_; }
     DefaultsStore& defaults() override { return defaults_; }
     LoginItem& loginItem() override { return loginItem_; }
@@ -60,12 +72,21 @@ public:
     KeyMonitor& keyMonitor() override { return keyMonitor_; }
     Appearance& appearance() override { return appearance_; }
 
+    StatusItem& statusItem() override { return statusItem_; }
+    Permission& permission() override { return permission_; }
+    Activity& activity() override { return activity_; }
+    Activation& activation() override { return activation_; }
+    UpdateChannel* updateChannel() override { return updates_ ? &*updates_ : nullptr; }
+
+    void onReopen(std::function<void()> handler) override { instance_->onReopen(std::move(handler)); }
+    void terminate() override { QCoreApplication::quit(); }
     int run() override;
     void stop() override;
 
 private:
     LogSink& log_;
-    QGuiApplication application_;
+    std::unique_ptr<QApplication> application_;
+    std::unique_ptr<SingleInstance> instance_;
     QtMainQueue mainQueue_;
     TerminationSignals signals_;
     StandardErrorLog systemLog_;
@@ -82,6 +103,13 @@ private:
     X11ApplicationList applications_;
     QtKeyMonitor keyMonitor_;
     DesktopAppearance appearance_;
+    X11Permission permission_;
+    NoActivity activity_;
+    X11Activation activation_;
+    DesktopNotice notice_;
+    std::optional<FeedUpdateChannel> updates_;
+    TrayStatusItem statusItem_;
+    X11SelectionWatch olderTray_;
     X11EventTap tap_;
 };
 
@@ -105,10 +133,18 @@ void logEarlyExit() {
     logOfAnEarlyExit->flush();
 }
 
-LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_ptr<const DesktopEntries> entries,
+/// What the colour of a panel is nobody tells. Those of GNOME are dark whatever the desktop's style is.
+bool panelIsDark() {
+    return qgetenv("XDG_CURRENT_DESKTOP").contains("GNOME") ||
+           QGuiApplication::palette().color(QPalette::Window).lightnessF() < 0.5F;
+}
+
+LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::unique_ptr<SingleInstance> instance,
+                             LogSink& log, std::shared_ptr<const DesktopEntries> entries,
                              std::unique_ptr<X11ActionsPlatform> actions)
     : log_(log)
-    , application_(argc, argv)
+    , application_(std::move(application))
+    , instance_(std::move(instance))
     , signals_([] { QCoreApplication::quit(); })
     , defaults_(preferencesFile(), log)
     , loginItem_(autostartFolder(), executable())
@@ -124,15 +160,29 @@ LinuxPlatform::LinuxPlatform(int& argc, char** argv, LogSink& log, std::shared_p
     , panels_(connection_, log)
     , actions_(std::move(actions))
     , applications_(entries)
+    , permission_(log, [&log] { openUserGuide(log); })
+    , statusItem_(panelIsDark)
+    , olderTray_(connection_, "_NET_SYSTEM_TRAY_S",
+                 [this] {
+                     if (olderTray_.owned())
+                         statusItem_.olderTrayCame();
+                 })
     , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); }) {
-    QGuiApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setQuitOnLastWindowClosed(false);
+    if (auto feed = configuredFeed())
+        updates_.emplace(*std::move(feed), defaults_, log,
+                         [this](const QString& title, const QString& text, const QString& page, bool asked) {
+                             notice_.show(title, text, page, asked);
+                         });
+    if (olderTray_.owned())
+        statusItem_.olderTrayCame();
     QObject::connect(&layoutNotifier_, &QSocketNotifier::activated, &layoutNotifier_, [this] { layout_.refresh(); });
     worker_.emplace("actions", log);
 }
 
 int LinuxPlatform::run() {
     logOfAnEarlyExit = &log_;
-    const int exitCode = QGuiApplication::exec();
+    const int exitCode = QApplication::exec();
     logOfAnEarlyExit = nullptr;
     return exitCode;
 }
@@ -144,19 +194,26 @@ void LinuxPlatform::stop() {
 
 } // namespace
 
-std::unique_ptr<Platform> makePlatform(int& argc, char** argv, LogSink& log) {
+std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv, LogSink& log) {
     const auto entries = DesktopEntries::load();
     auto actions = X11ActionsPlatform::open(entries, log, [&log] { endWithTheDisplay(log); });
     if (!actions) {
         constexpr auto reason = "there is no X display here; is DISPLAY set?";
         log.write(reason);
         std::fprintf(stderr, "Tarvik: %s\n", reason);
-        return nullptr;
+        return EXIT_FAILURE;
     }
     std::atexit(logEarlyExit);
     // The tap and the overlay speak X11; in a Wayland session the toolkit would choose another display.
     qputenv("QT_QPA_PLATFORM", "xcb");
-    return std::make_unique<LinuxPlatform>(argc, argv, log, entries, std::move(actions));
+    QCoreApplication::setApplicationName("Tarvik");
+    QGuiApplication::setDesktopFileName("tarvik");
+    auto application = std::make_unique<QApplication>(argc, argv);
+    auto instance = std::make_unique<SingleInstance>(log);
+    if (instance->claim() == SingleInstance::Role::second)
+        return EXIT_SUCCESS;
+    return std::make_unique<LinuxPlatform>(std::move(application), std::move(instance), log, entries,
+                                           std::move(actions));
 }
 
 } // namespace tarvik

@@ -15,15 +15,6 @@ namespace {
 constexpr int patience = 1000; // milliseconds
 constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
 
-/// Without an address the bus library would start a bus of its own.
-bool hasAddress() {
-    if (std::getenv("DBUS_SESSION_BUS_ADDRESS"))
-        return true;
-    const char* folder = std::getenv("XDG_RUNTIME_DIR");
-    struct stat status = {};
-    return folder && stat((std::string(folder) + "/bus").c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
-}
-
 QString connectionName(const SessionBus* bus) {
     return QStringLiteral("tarvik-%1").arg(reinterpret_cast<quintptr>(bus), 0, 16);
 }
@@ -43,6 +34,14 @@ BusReply::Outcome outcomeOf(const QDBusMessage& reply) {
 
 } // namespace
 
+bool sessionBusHasAddress() {
+    if (std::getenv("DBUS_SESSION_BUS_ADDRESS"))
+        return true;
+    const char* folder = std::getenv("XDG_RUNTIME_DIR");
+    struct stat status = {};
+    return folder && stat((std::string(folder) + "/bus").c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
 SessionBus::~SessionBus() { disconnect(); }
 
 void SessionBus::disconnect() {
@@ -56,7 +55,7 @@ bool SessionBus::connect() {
     if (connection_ && connection_->isConnected())
         return true;
     disconnect();
-    if (!hasAddress())
+    if (!sessionBusHasAddress())
         return false;
     connection_ = QDBusConnection::connectToBus(QDBusConnection::SessionBus, connectionName(this));
     return connection_->isConnected();

@@ -10,6 +10,9 @@
 
 namespace tarvik {
 
+/// Without an address the bus library would start a bus of its own, which nobody else is on.
+bool sessionBusHasAddress();
+
 /// An object that a service offers, and the interface of it that is meant.
 struct BusObject {
     const char* service;

@@ -1,0 +1,139 @@
+#include "platform/linux/common/feed_update_channel.h"
+
+#include "support/version_order.h"
+
+#include <QStringList>
+
+#include <utility>
+
+namespace tarvik {
+namespace {
+
+constexpr auto automaticKey = "automaticUpdateChecks";
+/// Seconds since 1970; without fractions, so that the file stays readable.
+constexpr auto lastCheckKey = "lastUpdateCheck";
+/// More than the process gives itself.
+constexpr auto patience = std::chrono::seconds(45);
+
+} // namespace
+
+FeedUpdateChannel::FeedUpdateChannel(FeedSource source, DefaultsStore& store, LogSink& log, Tell tell)
+    : FeedUpdateChannel(std::move(source), store, log, std::move(tell), std::chrono::system_clock::now, Schedule()) {}
+
+FeedUpdateChannel::FeedUpdateChannel(FeedSource source, DefaultsStore& store, LogSink& log, Tell tell, Now now,
+                                     const Schedule& schedule)
+    : source_(std::move(source))
+    , store_(store)
+    , log_(log)
+    , tell_(std::move(tell))
+    , now_(std::move(now))
+    , schedule_(schedule) {
+    timer_.setSingleShot(true);
+    timer_.setTimerType(Qt::VeryCoarseTimer);
+    deadline_.setSingleShot(true);
+    connect(&timer_, &QTimer::timeout, this, [this] { checkWhenDue(); });
+    connect(&deadline_, &QTimer::timeout, &process_, &QProcess::kill);
+    connect(&process_, &QProcess::finished, this, [this](int exitCode) { finished(exitCode); });
+    connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
+        if (error == QProcess::FailedToStart)
+            finished(EXIT_FAILURE);
+    });
+    process_.setStandardErrorFile(QProcess::nullDevice());
+    process_.setStandardInputFile(QProcess::nullDevice());
+    timer_.start(schedule_.first);
+}
+
+FeedUpdateChannel::~FeedUpdateChannel() {
+    process_.disconnect(this);
+    process_.kill();
+    process_.waitForFinished(1000);
+}
+
+bool FeedUpdateChannel::automaticallyChecksForUpdates() const { return store_.boolean(automaticKey).value_or(true); }
+
+void FeedUpdateChannel::setAutomaticallyChecksForUpdates(bool on) {
+    store_.setBoolean(automaticKey, on);
+    if (changed_)
+        changed_();
+}
+
+std::optional<std::chrono::system_clock::time_point> FeedUpdateChannel::lastUpdateCheckDate() const {
+    const auto seconds = store_.number(lastCheckKey);
+    // Outside of these years a hand has written it.
+    if (!seconds || *seconds <= 0 || *seconds > 1e11)
+        return std::nullopt;
+    return std::chrono::system_clock::time_point(std::chrono::seconds(static_cast<std::int64_t>(*seconds)));
+}
+
+bool FeedUpdateChannel::due() const {
+    const auto last = lastUpdateCheckDate();
+    // A check in the future was made before the clock was set.
+    return !last || *last > now_() || now_() - *last >= schedule_.between;
+}
+
+void FeedUpdateChannel::checkWhenDue() {
+    if (automaticallyChecksForUpdates() && due())
+        start();
+    timer_.start(schedule_.again);
+}
+
+void FeedUpdateChannel::checkForUpdates() {
+    asked_ = true;
+    setOutcome("Checking for updates…");
+    start();
+}
+
+void FeedUpdateChannel::start() {
+    if (process_.state() != QProcess::NotRunning)
+        return;
+    deadline_.start(patience);
+    process_.start(source_.program, {source_.address, source_.certificates});
+}
+
+void FeedUpdateChannel::finished(int exitCode) {
+    deadline_.stop();
+    auto result = QString::fromUtf8(process_.readAllStandardOutput()).split('\n');
+    const bool complete = (result[0] == QLatin1String("newest") && result.size() >= 4) ||
+                          (result[0] == QLatin1String("failed") && result.size() >= 2);
+    if (exitCode != 0 || !complete)
+        result = {"failed", "Updates cannot be looked for."};
+    conclude(result);
+}
+
+void FeedUpdateChannel::conclude(const QStringList& result) {
+    const bool asked = std::exchange(asked_, false);
+    const auto own = QString::fromStdString(source_.version);
+    if (result[0] == QLatin1String("failed")) {
+        log_.write("update check: " + result[1].toStdString());
+        setOutcome(result[1]);
+        if (asked)
+            tell_("Tarvik could not look for updates", result[1], {}, true);
+        return;
+    }
+    store_.setNumber(
+        lastCheckKey,
+        static_cast<double>(std::chrono::duration_cast<std::chrono::seconds>(now_().time_since_epoch()).count()));
+    const auto build = result[1].toStdString();
+    const auto order = compareVersions(build, source_.build);
+    if (order > 0) {
+        setOutcome(QStringLiteral("Tarvik %1 is available.").arg(result[2]));
+        if (asked || told_ != build)
+            tell_(outcome_, QStringLiteral("You have %1.").arg(own), result[3], asked);
+        told_ = build;
+    } else {
+        setOutcome(order < 0
+                       ? QStringLiteral("Tarvik %1 is newer than the newest published version, %2.").arg(own, result[2])
+                       : QStringLiteral("Tarvik %1 is the newest version.").arg(own));
+        if (asked)
+            tell_("Tarvik is up to date", outcome_, {}, true);
+    }
+    log_.write("update check: " + outcome_.toStdString());
+}
+
+void FeedUpdateChannel::setOutcome(const QString& sentence) {
+    outcome_ = sentence;
+    if (changed_)
+        changed_();
+}
+
+} // namespace tarvik
