@@ -10,12 +10,20 @@ T.TabButton {
     property string symbol
     readonly property color ink: checked ? Theme.accentText : Theme.secondaryText
 
-    implicitWidth: Math.max(84, title.implicitWidth + 20)
+    implicitWidth: Math.max(84, Math.ceil(metrics.advanceWidth) + 20)
     implicitHeight: 52
     hoverEnabled: true
     // The row of tabs is one stop of the Tab key; arrows move in it.
     focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.name: text
+
+    // The width of the bolder title, so that nothing moves when a tab is chosen.
+    TextMetrics {
+        id: metrics
+        text: control.text
+        font.pixelSize: Theme.caption
+        font.weight: Font.DemiBold
+    }
 
     contentItem: Item {
         Symbol {

@@ -13,7 +13,7 @@ QtObject {
     readonly property color hairline: dark ? "#17ffffff" : "#14000000"
     readonly property color text: dark ? "#f2f2f4" : "#1d1d1f"
     readonly property color secondaryText: dark ? "#a9a9b0" : "#636368"
-    readonly property color alternateRow: dark ? "#353539" : "#f5f5f7"
+    readonly property color alternateRow: dark ? "#37373c" : "#f5f5f7"
     readonly property color control: dark ? "#47474d" : "#ffffff"
     readonly property color controlHovered: dark ? "#505057" : "#f7f7f9"
     readonly property color controlPressed: dark ? "#3c3c42" : "#e8e8eb"

@@ -1,5 +1,7 @@
 #include "platform/linux/common/desktop_appearance.h"
 
+#include "platform/linux/common/session_bus.h"
+
 #include <QDBusArgument>
 #include <QDBusConnection>
 #include <QDBusMessage>
@@ -60,9 +62,9 @@ Look DesktopAppearance::look() {
 void DesktopAppearance::watch() {
     watching_ = true;
     qApp->installEventFilter(this);
-    auto bus = QDBusConnection::sessionBus();
-    if (!bus.isConnected())
+    if (!sessionBusHasAddress())
         return;
+    auto bus = QDBusConnection::sessionBus();
     bus.connect(service, path, interface, "SettingChanged", this, SLOT(settingChanged(QString, QString, QDBusVariant)));
     ask();
 }
