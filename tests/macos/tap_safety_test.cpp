@@ -1,4 +1,4 @@
-// The tap through everything that the system does to it. The engine takes part: it is the one that answers notices.
+// The tap with the engine: what is given back, and how both come through everything that the system does to them.
 #include "engine/gesture_engine.h"
 #include "fakes/fake_engine_ports.h"
 #include "fakes/recording_log.h"
@@ -51,6 +51,22 @@ protected:
     FakeFrontmost frontmost;
     GestureEngine engine{tap, trail, actions, frontmost, log};
 };
+
+TEST_F(TapSafetyTest, theSecondClickOfTwoIsGivenBackAsSuchWhereItsButtonWasReleased) {
+    hardware(mouse(kCGEventRightMouseDown, {10, 20}, 1, 2));
+    EXPECT_THAT(world().delivered, IsEmpty());
+    hardware(mouse(kCGEventRightMouseUp, {14, 21}, 1, 2));
+    ASSERT_EQ(world().delivered.size(), 2U);
+    EXPECT_EQ(world().delivered[0].type, kCGEventRightMouseDown);
+    EXPECT_EQ(world().delivered[1].type, kCGEventRightMouseUp);
+    for (const auto& event : world().delivered) {
+        EXPECT_EQ(event.location.x, 14);
+        EXPECT_EQ(event.location.y, 21);
+        EXPECT_EQ(event.integer(kCGMouseEventClickState), 2);
+        EXPECT_EQ(event.integer(kCGEventSourceUserData), selfEventMarker);
+    }
+    EXPECT_THAT(logged(), ElementsAre("gesture '' scrolled=false -> unmapped"));
+}
 
 TEST_F(TapSafetyTest, bothNoticesSwitchItOnAgainAndAHoldGoesOn) {
     drawAStroke();

@@ -5,8 +5,8 @@
 
 #include <Carbon/Carbon.h>
 
-#include <string_view>
 #include <utility>
+#include <vector>
 
 namespace tarvik {
 namespace {
@@ -16,7 +16,7 @@ constexpr UniCharCount maxUnits = 4;
 constexpr std::uint16_t keyCodeCount = 128;
 
 /// What the key types without modifiers; empty where the layout has nothing or there is no layout.
-std::u16string unitsOf(std::uint16_t keyCode) {
+std::vector<UniChar> unitsOf(std::uint16_t keyCode) {
     const auto source = CfRef<TISInputSourceRef>::adopt(TISCopyCurrentKeyboardLayoutInputSource());
     if (!source)
         return {};
@@ -31,7 +31,7 @@ std::u16string unitsOf(std::uint16_t keyCode) {
     UniCharCount count = 0;
     const auto status =
         UCKeyTranslate(layout, keyCode, kUCKeyActionDisplay, 0, LMGetKbdType(), 0, &deadKeys, maxUnits, &count, units);
-    return status == 0 ? std::u16string(units, units + count) : std::u16string();
+    return status == 0 ? std::vector<UniChar>(units, units + count) : std::vector<UniChar>();
 }
 
 } // namespace
@@ -55,14 +55,13 @@ std::optional<std::string> TisKeyboardLayout::character(std::uint16_t keyCode) c
     if (units.empty())
         return std::nullopt;
     const auto string = CfRef<CFMutableStringRef>::adopt(CFStringCreateMutable(kCFAllocatorDefault, 0));
-    CFStringAppendCharacters(string.get(), reinterpret_cast<const UniChar*>(units.data()),
-                             static_cast<CFIndex>(units.size()));
+    CFStringAppendCharacters(string.get(), units.data(), static_cast<CFIndex>(units.size()));
     CFStringUppercase(string.get(), nullptr);
     return text(string.get());
 }
 
 std::optional<std::uint16_t> TisKeyboardLayout::positionOf(char letter) const {
-    const std::u16string wanted(1, static_cast<char16_t>(letter));
+    const std::vector<UniChar> wanted = {static_cast<UniChar>(letter)};
     for (std::uint16_t keyCode = 0; keyCode < keyCodeCount; ++keyCode) {
         if (unitsOf(keyCode) == wanted)
             return keyCode;

@@ -3,6 +3,7 @@
 
 #include <Carbon/Carbon.h>
 
+#include <algorithm>
 #include <memory>
 #include <sstream>
 
@@ -61,7 +62,8 @@ OSStatus UCKeyTranslate(const UCKeyboardLayout* layout, UInt16 keyCode, UInt16 k
     world().keyTranslations.push_back(call.str());
     const auto found = layout->layout.keys.find(keyCode);
     const auto typed = found == layout->layout.keys.end() ? std::u16string() : found->second;
-    *count = typed.copy(reinterpret_cast<char16_t*>(units), maxCount);
+    *count = std::min<UniCharCount>(typed.size(), maxCount);
+    std::copy_n(typed.begin(), *count, units);
     return layout->layout.status;
 }
 
