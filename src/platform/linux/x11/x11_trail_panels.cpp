@@ -2,11 +2,19 @@
 
 #include <algorithm>
 
+#include <malloc.h>
+
 namespace tarvik {
 
 namespace {
 
 constexpr int mostRaises = 16;
+constexpr int largeBlock = 256 * 1024; // bytes
+
+/// The mask of a trail, as large as its screen, is to come from the system as pages that nobody has touched, and to go
+/// back there. Left to itself glibc keeps such a block after it was freed once, and clears all of it for the next
+/// trail.
+void keepLargeBlocksOutOfTheHeap() { mallopt(M_MMAP_THRESHOLD, largeBlock); }
 
 /// Stands in where no trail can be shown.
 class NoPanel final : public TrailPanel {
@@ -27,6 +35,7 @@ X11TrailPanels::X11TrailPanels(X11MainConnection& connection, LogSink& log)
         for (X11TrailPanel* panel : shown_)
             panel->compositingChanged();
     }) {
+    keepLargeBlocksOutOfTheHeap();
     if (visual_.problem().empty())
         events_ = connection_.addHandler([this](const xcb_generic_event_t& event) { handle(event); });
     else
