@@ -28,7 +28,8 @@ void DesktopInput::operator()(const std::string& line) {
     if (write(socket_, text.data(), text.size()) != static_cast<ssize_t>(text.size()))
         throw std::runtime_error("the desktop has ended");
     std::string answer;
-    for (char c = 0; read(socket_, &c, 1) == 1 && c != '\n';)
+    // Fuzzers have a timer that interrupts.
+    for (char c = 0; TEMP_FAILURE_RETRY(read(socket_, &c, 1)) == 1 && c != '\n';)
         answer += c;
     if (answer != "ok")
         throw std::runtime_error(line + ": " + answer);
