@@ -1,0 +1,34 @@
+#include "macos/appkit/toolkit.h"
+
+#include "platform/macos/toolkit_loop.h"
+#include "preferences/preferences_window.h"
+
+namespace tarvik {
+
+std::function<void()> toolkit::script;
+int toolkit::preferencesShown = 0;
+int toolkit::preferencesMade = 0;
+
+class ToolkitLoop::Application {};
+ToolkitLoop::ToolkitLoop(int&, char**) {}
+ToolkitLoop::~ToolkitLoop() = default;
+int ToolkitLoop::run() {
+    toolkit::script();
+    return 0;
+}
+
+namespace {
+
+class CountedWindow final : public PreferencesWindow {
+public:
+    void show() override { ++toolkit::preferencesShown; }
+};
+
+} // namespace
+
+std::unique_ptr<PreferencesWindow> loadPreferencesWindow(const PreferencesContext&, LogSink&) {
+    ++toolkit::preferencesMade;
+    return std::make_unique<CountedWindow>();
+}
+
+} // namespace tarvik

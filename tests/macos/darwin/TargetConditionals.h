@@ -1,0 +1,11 @@
+// What kind of system is compiled for: a Mac, and not one of its relatives.
+#pragma once
+
+#define TARGET_OS_MAC 1
+#define TARGET_OS_OSX 1
+#define TARGET_OS_IPHONE 0
+#define TARGET_OS_IOS 0
+#define TARGET_OS_TV 0
+#define TARGET_OS_WATCH 0
+#define TARGET_OS_MACCATALYST 0
+#define TARGET_OS_SIMULATOR 0
