@@ -18,19 +18,20 @@ class ProgramError(AssertionError):
 class Tarvik:
     """with Tarvik("build/release/tarvik", desk.env, folder, {"minStroke": 50}) as tarvik: ...
 
-    Inside the block its tap is armed. The folder keeps its settings, its log and what it printed.
+    Inside the block its tap is armed. The folder keeps its settings, its log and what it printed; `env` is
+    what it was started with.
     settings: as in the settings file; "mappings": {"UD": "reload", ...} replaces the gesture table."""
 
     def __init__(self, program, env, folder, settings=None):
-        self._program, self._folder = os.path.abspath(program), folder
-        self._env = dict(env, XDG_CONFIG_HOME=folder, XDG_STATE_HOME=folder)
+        self._program, self.folder = os.path.abspath(program), folder
+        self.env = dict(env, XDG_CONFIG_HOME=folder, XDG_STATE_HOME=folder)
         self.log_file = os.path.join(folder, "tarvik", "Tarvik.log")
         self._write_settings(settings or {})
         self.process = None
 
     def __enter__(self):
-        with open(os.path.join(self._folder, "output"), "wb") as output:
-            self.process = subprocess.Popen([self._program], env=self._env, stdin=subprocess.DEVNULL, stdout=output,
+        with open(os.path.join(self.folder, "output"), "wb") as output:
+            self.process = subprocess.Popen([self._program], env=self.env, stdin=subprocess.DEVNULL, stdout=output,
                                             stderr=output, preexec_fn=lambda: end_with_parent(signal.SIGKILL))
         try:
             self.wait_for_log("event tap started")
@@ -68,8 +69,8 @@ class Tarvik:
             raise ProgramError(f"Tarvik {state}; expected {times} x {message!r} in:\n" + "\n".join(self.log()))
 
     def _write_settings(self, settings):
-        os.makedirs(self._folder, exist_ok=True)
-        with open(os.path.join(self._folder, "Tarvik.conf"), "w", encoding="utf-8") as file:
+        os.makedirs(self.folder, exist_ok=True)
+        with open(os.path.join(self.folder, "Tarvik.conf"), "w", encoding="utf-8") as file:
             file.write("[General]\n")
             for name, value in settings.items():
                 file.write(f"{name}={_ini(name, value)}\n")

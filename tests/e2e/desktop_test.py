@@ -44,11 +44,11 @@ class DesktopTest(unittest.TestCase):
         self.addCleanup(self._let_go)
         self.addCleanup(self._keep_what_failed)
 
-    def tarvik(self, **settings):
+    def tarvik(self, program=PROGRAM, env=None, **settings):
         """Starts Tarvik for the rest of the test, which must leave it able to end cleanly, with no button held."""
         folder = self.desk.path(f"tarvik-{self._testMethodName}")
         shutil.rmtree(folder, ignore_errors=True)
-        tarvik = Tarvik(PROGRAM, self.desk.env, folder, settings)
+        tarvik = Tarvik(program, env or self.desk.env, folder, settings)
         self.enterContext(tarvik)
         self.addCleanup(self._end, tarvik)
         return tarvik
