@@ -4,7 +4,7 @@
 # makes the static library tarvik_NAME of the current folder. The folder is the list of sources.
 function(tarvik_room name)
     cmake_parse_arguments(ROOM "" "" "LINKS" ${ARGN})
-    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.h)
+    file(GLOB sources CONFIGURE_DEPENDS *.cpp *.mm *.h)
     add_library(tarvik_${name} STATIC ${sources})
     target_include_directories(tarvik_${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     target_link_libraries(tarvik_${name} PUBLIC ${ROOM_LINKS})

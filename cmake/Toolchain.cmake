@@ -21,7 +21,9 @@ endif()
 
 if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
     add_compile_options(-fstack-protector-strong)
-    add_link_options(-Wl,-z,relro,-z,now)
+    if(NOT APPLE)
+        add_link_options(-Wl,-z,relro,-z,now)
+    endif()
 endif()
 # The rooms are part of the program and of the module of its window.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
