@@ -15,7 +15,7 @@ struct FileText {
 };
 
 /// No file of text is larger; one that is counts as unreadable.
-inline constexpr std::size_t maxTextFile = 16 * 1024 * 1024;
+inline constexpr std::size_t maxTextFile = std::size_t{16} * 1024 * 1024;
 
 /// A file that is missing, or a link that leads nowhere, reads as empty. Anything but a regular file is an error; a
 /// pipe is not waited for.
