@@ -20,6 +20,8 @@ class Probe:
             override_redirect=not managed, event_mask=X.ButtonPressMask | X.ButtonReleaseMask | X.ButtonMotionMask |
             X.KeyPressMask | X.KeyReleaseMask | X.StructureNotifyMask)
         self.window.set_wm_class("probe", "Probe")
+        # Asked to close, it stays: without this a window manager ends the whole program.
+        self.window.set_wm_protocols([self.display.intern_atom("WM_DELETE_WINDOW")])
         self.window.change_property(self.display.intern_atom("_NET_WM_PID"), Xatom.CARDINAL, 32, [os.getpid()])
         self._events = []
 
