@@ -115,6 +115,10 @@ class StatusItem:
                 return
         raise AssertionError(f"no item {title!r} in {self.menu()}")
 
+    def click(self):
+        """As panels tell of a click that they do not open the menu for themselves."""
+        self._item.Activate(0, 0, dbus_interface=_ITEM)
+
     def _rows(self):
         self._menu.AboutToShow(0, dbus_interface=_MENU)
         _, (_, _, rows) = self._menu.GetLayout(0, -1, dbus.Array([], signature="s"), dbus_interface=_MENU)

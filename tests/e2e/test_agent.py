@@ -5,12 +5,13 @@ import signal
 import subprocess
 import unittest
 
-from desktop_test import PROGRAM, DesktopTest
+from desktop_test import KEY_ESCAPE, PROGRAM, DesktopTest
 from desktop.polling import PATIENCE, poll
+from desktop.older_tray import OlderTray
 from desktop.probe import Probe
 from desktop.stopped_thread import StoppedThread
 from desktop.tray import Tray
-from virtual_desktop import RIGHT
+from virtual_desktop import LEFT, RIGHT
 
 PREFERENCES = "Tarvik Preferences"
 KEY_F5 = {"kind": "custom", "custom": {"keyCode": 96, "modifiers": 0}}
@@ -64,6 +65,11 @@ class Agent(DesktopTest):
         self.hand.draw((600, 400), "UD")
         probe.wait_for(("key", "F5"))
 
+    def test_click(self):
+        tarvik = self.tarvik()
+        self.tray.item().click()
+        self.expect("the menu", lambda: self.screen.menus(tarvik.process.pid))
+
     def test_quit(self):
         tarvik = self.tarvik()
         self.tray.item().choose("Quit Tarvik")
@@ -111,6 +117,16 @@ class AgentWithoutTray(DesktopTest):
         for _ in range(2):  # also one that comes back
             with Tray(self.desk.env) as tray:
                 self.assertEqual(tray.item().menu(), menu())
+
+    def test_a_tray_of_the_older_kind(self):
+        tarvik = self.tarvik()
+        with OlderTray(self.desk.env) as tray:
+            for button in LEFT, RIGHT:
+                self.hand.click(tray.icon(), button)
+                self.expect("the menu", lambda: self.screen.menus(tarvik.process.pid))
+                self.picture(f"older-tray-menu-{button}")
+                self.keyboard.tap(KEY_ESCAPE)
+                self.expect("no menu", lambda: not self.screen.menus(tarvik.process.pid))
 
     def test_no_session_bus(self):
         env = {name: value for name, value in self.desk.env.items() if name != "DBUS_SESSION_BUS_ADDRESS"}
