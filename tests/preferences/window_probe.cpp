@@ -23,7 +23,7 @@
 
 namespace {
 
-QJsonObject described(QAccessibleInterface& item) {
+QJsonObject described(QAccessibleInterface& item, qsizetype parent) {
     const auto state = item.state();
     const auto frame = item.rect();
     QJsonArray states;
@@ -44,17 +44,20 @@ QJsonObject described(QAccessibleInterface& item) {
         {"text", item.text(QAccessible::Value)},
         {"frame", QJsonArray{frame.x(), frame.y(), frame.width(), frame.height()}},
         {"states", states},
+        {"parent", parent},
     };
     if (auto* value = item.valueInterface())
         object["value"] = value->currentValue().toDouble();
     return object;
 }
 
-void addTree(QJsonArray& all, QAccessibleInterface& item) {
-    all.append(described(item));
+/// Each item after the one that it stands in, whose place in the list is its "parent"; -1 for the window.
+void addTree(QJsonArray& all, QAccessibleInterface& item, qsizetype parent = -1) {
+    const auto place = all.size();
+    all.append(described(item, parent));
     for (int i = 0; i < item.childCount(); ++i) {
         if (auto* child = item.child(i))
-            addTree(all, *child);
+            addTree(all, *child, place);
     }
 }
 

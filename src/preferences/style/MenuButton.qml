@@ -66,13 +66,13 @@ PushButton {
                     id: label
                     text: item.text
                     font.pixelSize: Theme.body
-                    color: !item.enabled ? Theme.secondaryText : item.highlighted ? Theme.onAccent : Theme.text
+                    color: !item.enabled ? Theme.secondaryText : item.highlighted ? Theme.onHighlight : Theme.text
                     elide: Text.ElideRight
                     verticalAlignment: Text.AlignVCenter
                 }
                 background: Rectangle {
                     radius: 5
-                    color: item.highlighted && item.enabled ? Theme.accent : "transparent"
+                    color: item.highlighted && item.enabled ? Theme.highlight : "transparent"
                 }
             }
             onObjectAdded: (index, object) => {

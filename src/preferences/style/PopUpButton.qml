@@ -9,14 +9,30 @@ T.ComboBox {
     id: control
 
     property bool sections: false
+    // The key that opened the list is still down; its release would close it again.
+    property bool opening: false
+
+    function openByKey(event) {
+        opening = !popup.visible
+        event.accepted = opening
+        if (opening)
+            popup.open()
+    }
 
     implicitWidth: 220
     implicitHeight: Theme.controlHeight
     leftPadding: 10
     rightPadding: 26
     hoverEnabled: true
-    Keys.onReturnPressed: popup.visible ? popup.choose() : popup.open()
-    Keys.onEnterPressed: popup.visible ? popup.choose() : popup.open()
+    Accessible.description: displayText
+    Keys.onReturnPressed: (event) => openByKey(event)
+    Keys.onEnterPressed: (event) => openByKey(event)
+    Keys.onReleased: (event) => {
+        if (opening && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)) {
+            opening = false
+            event.accepted = true
+        }
+    }
 
     contentItem: Text {
         text: control.displayText
@@ -72,6 +88,8 @@ T.ComboBox {
             implicitHeight: contentHeight
             clip: true
             interactive: false
+            // All entries exist, for screen readers too.
+            cacheBuffer: 100000
             model: control.delegateModel
             currentIndex: control.highlightedIndex
             highlightMoveDuration: 0

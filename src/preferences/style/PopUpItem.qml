@@ -15,17 +15,19 @@ T.ItemDelegate {
     hoverEnabled: true
     Accessible.name: text
     Accessible.role: Accessible.ListItem
+    Accessible.selectable: true
+    Accessible.selected: chosen
 
     contentItem: Text {
         text: control.text
         font.pixelSize: Theme.body
-        color: control.highlighted ? Theme.onAccent : Theme.text
+        color: control.highlighted ? Theme.onHighlight : Theme.text
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
     }
     background: Rectangle {
         radius: 5
-        color: control.highlighted ? Theme.accent : "transparent"
+        color: control.highlighted ? Theme.highlight : "transparent"
         Symbol {
             x: 8
             anchors.verticalCenter: parent.verticalCenter
@@ -33,7 +35,7 @@ T.ItemDelegate {
             height: 14
             visible: control.chosen
             name: "checkmark"
-            color: control.highlighted ? Theme.onAccent : Theme.text
+            color: control.highlighted ? Theme.onHighlight : Theme.text
         }
     }
 }

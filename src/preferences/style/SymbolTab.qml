@@ -16,6 +16,8 @@ T.TabButton {
     // The row of tabs is one stop of the Tab key; arrows move in it.
     focusPolicy: checked || activeFocus ? Qt.StrongFocus : Qt.ClickFocus
     Accessible.name: text
+    Accessible.selectable: true
+    Accessible.selected: checked
 
     // The width of the bolder title, so that nothing moves when a tab is chosen.
     TextMetrics {

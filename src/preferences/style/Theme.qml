@@ -29,7 +29,9 @@ QtObject {
     // The same hue where it is read or where it carries meaning as a thin line.
     readonly property color accentText: Desktop.readableOn(accent, card)
     readonly property color accentTint: Qt.rgba(accent.r, accent.g, accent.b, dark ? 0.28 : 0.14)
-    readonly property color onAccent: Desktop.readableOn("#ffffff", accent)
+    // The ground of what is highlighted, and what is written on it.
+    readonly property color highlight: Desktop.readableOn(accent, onHighlight)
+    readonly property color onHighlight: "#ffffff"
 
     readonly property int body: 13
     readonly property int callout: 12

@@ -3,6 +3,7 @@
 #include "preferences/view/symbol.h"
 
 #include <QGuiApplication>
+#include <QIcon>
 #include <QQmlContext>
 #include <QQmlError>
 #include <QScreen>
@@ -76,6 +77,7 @@ bool QuickWindow::load(LogSink& log) {
     });
     view_->engine()->addImportPath(folder);
     view_->setTitle(QStringLiteral("Tarvik Preferences"));
+    view_->setIcon(QIcon(QStringLiteral(":/tarvik/Tarvik/Preferences/tarvik.svg")));
     view_->setFlags(Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
                     Qt::WindowMinimizeButtonHint | Qt::WindowCloseButtonHint);
     view_->setResizeMode(QQuickView::SizeRootObjectToView);

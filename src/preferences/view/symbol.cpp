@@ -3,8 +3,6 @@
 #include "ports/applications.h"
 
 #include <QFile>
-#include <QGuiApplication>
-#include <QIcon>
 #include <QImage>
 #include <QPainter>
 #include <QQuickWindow>
@@ -14,6 +12,8 @@
 
 namespace tarvik {
 namespace {
+
+constexpr auto programIcon = ":/tarvik/Tarvik/Preferences/tarvik.svg";
 
 QByteArray drawing(const QString& name) {
     QFile file(":/tarvik/Tarvik/Preferences/symbols/" + name + ".svg");
@@ -74,11 +74,8 @@ void ApplicationIcon::paint(QPainter* painter) {
 }
 
 void ProgramIcon::paint(QPainter* painter) {
-    const auto icon = QGuiApplication::windowIcon();
-    if (icon.isNull())
-        drawSymbol(*painter, "hand.draw", Qt::gray, boundingRect());
-    else
-        icon.paint(painter, boundingRect().toRect());
+    painter->setRenderHint(QPainter::Antialiasing);
+    QSvgRenderer(QString(programIcon)).render(painter, boundingRect());
 }
 
 } // namespace tarvik

@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <unistd.h>
 #include <utility>
 
 namespace tarvik {
@@ -60,6 +61,9 @@ std::vector<RunningApplication> X11ApplicationList::running() {
         RunningApplication application{
             static_cast<std::int64_t>(readItem(*x, window, x->atoms().wmPid, XA_CARDINAL).value_or(0)),
             applicationId(*x, window, *entries_), applicationName(*x, window, *entries_), true};
+        // Whatever the toolkit calls our windows.
+        if (application.processId == getpid())
+            application.id = ownId();
         // An application with several windows, or several processes, is one to the user.
         if (std::none_of(found.begin(), found.end(), [&](const auto& other) { return other.id == application.id; }))
             found.push_back(std::move(application));
