@@ -66,7 +66,7 @@ PushButton {
                     id: label
                     text: item.text
                     font.pixelSize: Theme.body
-                    color: !item.enabled ? Theme.secondaryText : item.highlighted ? Theme.onHighlight : Theme.text
+                    color: !item.enabled ? Theme.secondaryText : item.highlighted ? Theme.highlightText : Theme.text
                     elide: Text.ElideRight
                     verticalAlignment: Text.AlignVCenter
                 }

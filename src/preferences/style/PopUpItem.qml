@@ -21,7 +21,7 @@ T.ItemDelegate {
     contentItem: Text {
         text: control.text
         font.pixelSize: Theme.body
-        color: control.highlighted ? Theme.onHighlight : Theme.text
+        color: control.highlighted ? Theme.highlightText : Theme.text
         elide: Text.ElideRight
         verticalAlignment: Text.AlignVCenter
     }
@@ -35,7 +35,7 @@ T.ItemDelegate {
             height: 14
             visible: control.chosen
             name: "checkmark"
-            color: control.highlighted ? Theme.onHighlight : Theme.text
+            color: control.highlighted ? Theme.highlightText : Theme.text
         }
     }
 }

@@ -30,8 +30,8 @@ QtObject {
     readonly property color accentText: Desktop.readableOn(accent, card)
     readonly property color accentTint: Qt.rgba(accent.r, accent.g, accent.b, dark ? 0.28 : 0.14)
     // The ground of what is highlighted, and what is written on it.
-    readonly property color highlight: Desktop.readableOn(accent, onHighlight)
-    readonly property color onHighlight: "#ffffff"
+    readonly property color highlight: Desktop.readableOn(accent, highlightText)
+    readonly property color highlightText: "#ffffff"
 
     readonly property int body: 13
     readonly property int callout: 12
