@@ -164,6 +164,11 @@ TEST_F(TrailPanelTest, OverlayHasOnePanelPerDisplayAndFollowsThem) {
     EXPECT_FALSE([(NSPanel*)windows[1] isVisible]);
     EXPECT_EQ([(NSPanel*)windows[1] frame], NSMakeRect(1920, 180, 1440, 900));
 
+    // A display without a number has no bounds that anybody could ask for.
+    desk().displays[1].number = 0;
+    post([NSNotificationCenter defaultCenter], NSApplicationDidChangeScreenParametersNotification);
+    EXPECT_EQ(screens.screens().at(1).frame, Rect());
+
     desk().displays.clear();
     post([NSNotificationCenter defaultCenter], NSApplicationDidChangeScreenParametersNotification);
     EXPECT_TRUE(screens.screens().empty());

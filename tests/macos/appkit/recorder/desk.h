@@ -16,6 +16,7 @@
 namespace tarvik::recorder {
 
 struct Display {
+    /// 0 for one that does not tell.
     CGDirectDisplayID number = 1;
     /// Origin at the bottom left of the main display, which is the first.
     CGRect frame;

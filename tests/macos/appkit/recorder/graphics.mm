@@ -88,7 +88,7 @@ void CGContextDrawImage(CGContextRef context, CGRect rect, CGImageRef image) {
 
 CGRect CGDisplayBounds(CGDirectDisplayID number) {
     for (const auto& display : desk().displays) {
-        if (display.number == number) {
+        if (number != 0 && display.number == number) {
             const auto& main = desk().displays.front().frame;
             return CGRectMake(display.frame.origin.x, NSMaxY(main) - NSMaxY(display.frame), display.frame.size.width,
                               display.frame.size.height);
@@ -111,7 +111,8 @@ CGRect CGDisplayBounds(CGDirectDisplayID number) {
     return value<Display>(self, "display").frame;
 }
 - (NSDictionary*)deviceDescription {
-    return makeDictionary({{"NSScreenNumber", makeNumber(value<Display>(self, "display").number)}});
+    const auto number = value<Display>(self, "display").number;
+    return makeDictionary({{"NSScreenNumber", number ? (id)makeNumber(number) : (id)makeString("none")}});
 }
 @end
 
