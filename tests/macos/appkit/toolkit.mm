@@ -3,6 +3,8 @@
 #include "platform/macos/toolkit_loop.h"
 #include "preferences/preferences_window.h"
 
+#import <AppKit/AppKit.h>
+
 namespace tarvik {
 
 std::function<void()> toolkit::script;
@@ -10,7 +12,10 @@ int toolkit::preferencesShown = 0;
 int toolkit::preferencesMade = 0;
 
 class ToolkitLoop::Application {};
-ToolkitLoop::ToolkitLoop(int&, char**) {}
+/// It takes the program for one with a Dock icon.
+ToolkitLoop::ToolkitLoop(int&, char**) {
+    [[NSApplication sharedApplication] setActivationPolicy:NSApplicationActivationPolicyRegular];
+}
 ToolkitLoop::~ToolkitLoop() = default;
 int ToolkitLoop::run() {
     toolkit::script();
