@@ -37,9 +37,7 @@ PixelRect pixels(const Rect& frame) {
 } // namespace
 
 X11TrailPanel::X11TrailPanel(const Screen& screen, Environment environment)
-    : screen_(screen)
-    , environment_(std::move(environment))
-    , window_(environment_.connection, environment_.visual, pixels(screen.frame)) {}
+    : screen_(screen), environment_(std::move(environment)) {}
 
 X11TrailPanel::~X11TrailPanel() { hide(); }
 
@@ -54,27 +52,25 @@ void X11TrailPanel::draw(const PathView& points, const std::optional<std::string
     extend(points);
     label_ = label;
     head_ = {head.x - screen_.frame.x, head.y - screen_.frame.y};
-    if (visible_)
+    if (window_)
         present();
 }
 
 void X11TrailPanel::show() {
-    if (visible_)
+    if (window_)
         return;
-    visible_ = true;
+    window_.emplace(environment_.connection, environment_.visual, pixels(screen_.frame));
     environment_.visibilityChanged(*this);
-    window_.map(accent_);
+    window_->map();
     chooseSurface();
     present();
 }
 
 void X11TrailPanel::hide() {
-    if (!visible_)
+    if (!window_)
         return;
-    visible_ = false;
+    window_.reset();
     environment_.visibilityChanged(*this);
-    window_.unmap();
-    environment_.connection.flush();
     forget();
 }
 
@@ -95,18 +91,18 @@ void X11TrailPanel::begin(std::shared_ptr<const Path> path) {
     path_ = std::move(path);
     accent_ = accentColour(QGuiApplication::palette()) & 0xFFFFFF;
     colours_ = trailColours(accent_, screen_.unitsPerPoint);
-    if (visible_)
+    if (window_)
         chooseSurface();
 }
 
 /// The window is mapped, and what it shows no longer counts.
 void X11TrailPanel::chooseSurface() {
     shape_.reset();
-    if (environment_.composited() && window_.redirected()) {
-        window_.makeTranslucent();
+    if (environment_.composited() && window_->redirected()) {
+        window_->makeTranslucent();
     } else {
         shape_.emplace(mostShapeRects);
-        window_.makeShaped(accent_);
+        window_->makeShaped(accent_);
     }
     pill_.reset();
     pillRect_ = shownPillRect_ = {};
@@ -176,6 +172,8 @@ void X11TrailPanel::present() {
         presentShape();
     } else {
         for (const PixelRect& rect : dirty_)
+            window_->cover(rect);
+        for (const PixelRect& rect : dirty_)
             presentPixels(rect);
     }
     dirty_.clear();
@@ -201,7 +199,7 @@ void X11TrailPanel::presentStrip(const PixelRect& rect) const {
     }
     if (pill_ && pillRect_.intersects(rect))
         QPainter(&image).drawImage(pillRect_.x - rect.x, pillRect_.y - rect.y, pill_->image());
-    window_.put(image, rect.x, rect.y);
+    window_->put(image, rect.x, rect.y);
 }
 
 /// The line needs no pixels: the window's background has its colour. The pill does.
@@ -211,26 +209,26 @@ void X11TrailPanel::presentShape() {
             break;
         const auto change = shape_->add(mask_->runs(rect));
         if (change.simplified)
-            window_.replaceShape(change.rects);
+            window_->replaceShape(change.rects);
         else
-            window_.addToShape(change.rects);
+            window_->addToShape(change.rects);
     }
-    window_.setMovingShape(pill_ ? pill_->runs() : std::vector<PixelRect>{}, pillRect_.x, pillRect_.y);
-    window_.applyShape();
+    window_->setMovingShape(pill_ ? pill_->runs() : std::vector<PixelRect>{}, pillRect_.x, pillRect_.y);
+    window_->applyShape();
     if (!shownPillRect_.empty())
-        window_.clear(shownPillRect_);
+        window_->clear(shownPillRect_);
     if (pill_)
-        window_.put(pill_->image(), pillRect_.x, pillRect_.y);
+        window_->put(pill_->image(), pillRect_.x, pillRect_.y);
 }
 
 void X11TrailPanel::exposed(const xcb_expose_event_t& event) {
     exposed_ = exposed_.united({event.x, event.y, event.width, event.height});
-    if (event.count > 0 || !visible_)
+    if (event.count > 0 || !window_)
         return;
     const PixelRect lost = std::exchange(exposed_, {}).intersected(inked_);
     if (shape_) {
         if (pill_ && lost.intersects(pillRect_))
-            window_.put(pill_->image(), pillRect_.x, pillRect_.y);
+            window_->put(pill_->image(), pillRect_.x, pillRect_.y);
     } else if (!lost.empty()) {
         presentPixels(lost);
     }
@@ -239,10 +237,10 @@ void X11TrailPanel::exposed(const xcb_expose_event_t& event) {
 
 void X11TrailPanel::compositingChanged() {
     // A shape is right in any case, until the next trail.
-    if (!visible_ || shape_)
+    if (!window_ || shape_)
         return;
     shape_.emplace(mostShapeRects);
-    window_.makeShaped(accent_);
+    window_->makeShaped(accent_);
     pill_.reset();
     addDirty(inked_);
     present();

@@ -37,10 +37,11 @@ public:
     void draw(const PathView& points, const std::optional<std::string>& label, Point head) override;
     void show() override;
     void hide() override;
-    bool visible() const override { return visible_; }
+    bool visible() const override { return window_.has_value(); }
 
-    xcb_window_t window() const { return window_.id(); }
-    void raise() const { window_.raise(); }
+    /// Only while visible.
+    xcb_window_t window() const { return window_->id(); }
+    void raise() const { window_->raise(); }
     /// The server has lost a part of the window's contents.
     void exposed(const xcb_expose_event_t& event);
     /// A compositing manager has come, gone or taken the place of another one.
@@ -62,8 +63,9 @@ private:
 
     const Screen screen_;
     const Environment environment_;
-    X11TrailWindow window_;
-    bool visible_ = false;
+    /// While visible. A new one each time: compositing managers are known to miss that the shape of a window has
+    /// changed when it is taken off the screen and shown again at once.
+    std::optional<X11TrailWindow> window_;
 
     // Of the trail on show; nothing of it outlives the hiding.
     bool begun_ = false;

@@ -10,6 +10,8 @@ namespace tarvik {
 
 namespace {
 
+constexpr int coverStep = 256; // pixels
+
 std::vector<xcb_rectangle_t> rectangles(const std::vector<PixelRect>& rects) {
     std::vector<xcb_rectangle_t> result;
     result.reserve(rects.size());
@@ -57,6 +59,9 @@ X11TrailVisual::X11TrailVisual(const X11MainConnection& connection) : connection
     xcb_discard_reply(connection.get(), xcb_shape_query_version(connection.get()).sequence);
     if (connection.has(xcb_composite_id))
         xcb_discard_reply(connection.get(), xcb_composite_query_version(connection.get(), 0, 4).sequence);
+    windowType_ = connection.atom("_NET_WM_WINDOW_TYPE");
+    dragged_ = connection.atom("_NET_WM_WINDOW_TYPE_DND");
+    bypassCompositor_ = connection.atom("_NET_WM_BYPASS_COMPOSITOR");
     colormap_ = xcb_generate_id(connection.get());
     xcb_create_colormap(connection.get(), XCB_COLORMAP_ALLOC_NONE, colormap_, connection.screen().root, visual_);
 }
@@ -64,6 +69,21 @@ X11TrailVisual::X11TrailVisual(const X11MainConnection& connection) : connection
 X11TrailVisual::~X11TrailVisual() {
     if (colormap_ != XCB_NONE)
         xcb_free_colormap(connection_.get(), colormap_);
+}
+
+void X11TrailVisual::describe(xcb_window_t window) const {
+    static constexpr char className[] = "tarvik\0Tarvik";
+    const auto set = [&](xcb_atom_t property, xcb_atom_t type, std::uint8_t bits, std::uint32_t count,
+                         const void* data) {
+        xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window, property, type, bits, count, data);
+    };
+    set(XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, sizeof className, className);
+    // Compositing managers give most kinds of window a shadow or let them fade in. What is dragged along with the
+    // pointer they leave alone.
+    set(windowType_, XCB_ATOM_ATOM, 32, 1, &dragged_);
+    // 2: do not stop compositing for a window as large as the screen.
+    const std::uint32_t keepCompositing = 2;
+    set(bypassCompositor_, XCB_ATOM_CARDINAL, 32, 1, &keepCompositing);
 }
 
 X11TrailWindow::X11TrailWindow(X11MainConnection& connection, const X11TrailVisual& visual, const PixelRect& frame)
@@ -93,7 +113,7 @@ X11TrailWindow::X11TrailWindow(X11MainConnection& connection, const X11TrailVisu
     xcb_create_gc(xcb_, context_, window_, XCB_GC_GRAPHICS_EXPOSURES, &noExposures);
     for (const auto region : {lasting_, moving_, whole_})
         xcb_xfixes_create_region(xcb_, region, 0, nullptr);
-    setProperties();
+    visual.describe(window_);
 }
 
 X11TrailWindow::~X11TrailWindow() {
@@ -104,24 +124,8 @@ X11TrailWindow::~X11TrailWindow() {
     connection_.flush();
 }
 
-void X11TrailWindow::setProperties() const {
-    static constexpr char className[] = "tarvik\0Tarvik";
-    xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, window_, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8, sizeof className,
-                        className);
-    // Compositing managers give most kinds of window a shadow or let them fade in. What is dragged along with the
-    // pointer they leave alone.
-    const xcb_atom_t type = connection_.atom("_NET_WM_WINDOW_TYPE_DND");
-    xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, window_, connection_.atom("_NET_WM_WINDOW_TYPE"), XCB_ATOM_ATOM,
-                        32, 1, &type);
-    // 2: do not stop compositing for a window as large as the screen.
-    const std::uint32_t keepCompositing = 2;
-    xcb_change_property(xcb_, XCB_PROP_MODE_REPLACE, window_, connection_.atom("_NET_WM_BYPASS_COMPOSITOR"),
-                        XCB_ATOM_CARDINAL, 32, 1, &keepCompositing);
-    connection_.dispatchSoon();
-}
-
-void X11TrailWindow::map(std::uint32_t fill) const {
-    makeShaped(fill);
+void X11TrailWindow::map() {
+    empty(0);
     raise();
     xcb_map_window(xcb_, window_);
 }
@@ -140,33 +144,36 @@ bool X11TrailWindow::redirected() const {
     return true;
 }
 
-/// Without a background in the end: should the compositing manager go away, the server leaves on the screen what is
-/// there, instead of painting all of the window black before anybody can prevent it.
-void X11TrailWindow::makeTranslucent() const {
-    setBackground(0);
-    clear({}); // the line of before
-    xcb_xfixes_set_window_shape_region(xcb_, window_, XCB_SHAPE_SK_BOUNDING, 0, 0, XCB_XFIXES_REGION_NONE);
-    const xcb_pixmap_t none = XCB_BACK_PIXMAP_NONE;
-    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXMAP, &none);
-}
+void X11TrailWindow::makeTranslucent() { empty(0); }
 
-void X11TrailWindow::makeShaped(std::uint32_t fill) const {
+void X11TrailWindow::makeShaped(std::uint32_t fill) { empty(fill | 0xFF000000); }
+
+/// The shape first: nobody is to see the background change.
+void X11TrailWindow::empty(std::uint32_t background) {
     replaceShape({});
     setMovingShape({}, 0, 0);
     applyShape();
-    setBackground(fill | 0xFF000000);
+    covered_ = {};
+    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXEL, &background);
 }
 
-void X11TrailWindow::setBackground(std::uint32_t pixel) const {
-    xcb_change_window_attributes(xcb_, window_, XCB_CW_BACK_PIXEL, &pixel);
+void X11TrailWindow::cover(const PixelRect& rect) {
+    if (covered_.united(rect) == covered_)
+        return;
+    const auto down = [](int value) { return value / coverStep * coverStep; };
+    const auto up = [](int value) { return (value + coverStep - 1) / coverStep * coverStep; };
+    const PixelRect around{down(rect.x), down(rect.y), up(rect.right()) - down(rect.x),
+                           up(rect.bottom()) - down(rect.y)};
+    covered_ = covered_.united(around);
+    const auto all = rectangles({covered_});
+    xcb_shape_rectangles(xcb_, XCB_SHAPE_SO_SET, XCB_SHAPE_SK_BOUNDING, XCB_CLIP_ORDERING_UNSORTED, window_, 0, 0, 1,
+                         all.data());
 }
 
 void X11TrailWindow::clear(const PixelRect& rect) const {
     xcb_clear_area(xcb_, false, window_, static_cast<std::int16_t>(rect.x), static_cast<std::int16_t>(rect.y),
                    static_cast<std::uint16_t>(rect.width), static_cast<std::uint16_t>(rect.height));
 }
-
-void X11TrailWindow::unmap() const { xcb_unmap_window(xcb_, window_); }
 
 void X11TrailWindow::raise() const {
     const std::uint32_t above = XCB_STACK_MODE_ABOVE;
