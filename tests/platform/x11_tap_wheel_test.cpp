@@ -72,7 +72,7 @@ TEST_F(X11Tap, turnsThatPassReachTheApplicationAndTheHoldGoesOn) {
 
 TEST_F(X11Tap, turnsThatPassWhileTheButtonGoesUpLeaveNothingDown) {
     wheel = Wheel::pass;
-    for (int i = 0; i < 100; ++i) {
+    for (int i = 0; i < 50; ++i) {
         input("mouse press 3");
         input("mouse wheel 0 1");
         input("mouse release 3");
