@@ -31,7 +31,9 @@ QJsonObject described(QAccessibleInterface& item, qsizetype parent) {
         if (holds)
             states.append(name);
     };
-    add(state.disabled, "disabled");
+    // The views of Qt 6.4 do not say it; their property does.
+    const auto enabled = item.object() ? item.object()->property("enabled") : QVariant();
+    add(state.disabled || (enabled.isValid() && !enabled.toBool()), "disabled");
     add(state.invisible, "invisible");
     add(state.focused, "focused");
     add(state.checked, "checked");
