@@ -6,11 +6,14 @@ import os
 import socket
 import subprocess
 
+from desktop_test import PROGRAM, DesktopTest
 from desktop.polling import PATIENCE, poll
 from virtual_desktop import LEFT
 
 TITLE = "Tarvik Preferences"
 TABS = ("Gestures", "General", "Excluded Apps", "Help", "About")
+OUTSIDE = (160, 400)  # beside the window, with room for strokes
+PLUGINS = os.environ.get("TARVIK_TEST_PLUGINS", os.path.join(os.path.dirname(PROGRAM), "test-plugins"))
 KEY_LEFTCTRL, KEY_W = 29, 17
 
 
@@ -55,10 +58,10 @@ class Item:
 class PreferencesWindow:
     """`environment` is for the program that shows the window: it carries the probe that tells what is in it."""
 
-    def __init__(self, test, plugins):
+    def __init__(self, test):
         self._test = test
         self._socket = test.desk.path(f"probe-{test._testMethodName}")
-        self.environment = dict(test.desk.env, QT_PLUGIN_PATH=plugins,
+        self.environment = dict(test.desk.env, QT_PLUGIN_PATH=PLUGINS,
                                 QT_QPA_GENERIC_PLUGINS=f"tarvikprobe:{self._socket}")
         self._tarvik = None
 
@@ -162,3 +165,25 @@ class PreferencesWindow:
         except (OSError, ValueError):
             return None
         return next((window for window in windows if window["title"] == TITLE), None)
+
+
+class PreferencesTest(DesktopTest):
+    """The base of the tests that use the window."""
+
+    def preferences(self, **settings):
+        """Tarvik with these settings, and its window."""
+        window = PreferencesWindow(self)
+        self.tarvik_process = self.tarvik(env=window.environment, **settings)
+        return window.open(self.tarvik_process, PROGRAM)
+
+    def expect_stored(self, window, key, value):
+        self.expect(f"{key}={value}, not {window.stored(key)}", lambda: window.stored(key) == value)
+
+    def expect_table(self, window, what, condition):
+        self.expect(f"{what}: {window.table()}", lambda: condition(window.table() or {}))
+
+    def gestures(self):
+        return [line for line in self.tarvik_process.log() if line.startswith("gesture")]
+
+    def expect_gesture(self, directions, meaning):
+        self.tarvik_process.wait_for_log(f"gesture '{directions}' scrolled=false -> {meaning}")
