@@ -19,7 +19,7 @@ import time
 
 from desktop.devices import (BACK, FORWARD, LEFT, MIDDLE, RIGHT, DriverSocket, Injector, Keyboard,  # noqa: F401
                              LineServer, Pointer)
-from desktop.files import DESKTOPS, OPENBOX_RC, XFWM4_CHANNEL, XORG_CONF, write_authority
+from desktop.files import DESKTOPS, OPENBOX_RC, XFWM4_CHANNEL, XORG_CONF, mode_timings, write_authority
 from desktop.outputs import Outputs
 from desktop.processes import end, end_processes_with, end_with_parent
 from desktop.x_display import XDisplay
@@ -144,10 +144,8 @@ class VirtualDesktop:
     def _start_server(self):
         width, height = self._sizes[0]
         with open(self.path("xorg.conf"), "w", encoding="utf-8") as file:
-            file.write(XORG_CONF.format(folder=self.folder, layout=self._layout, width=width, height=height,
-                                         clock=f"{(width + 160) * (height + 40) * 60 / 1e6:.2f}",
-                                         w1=width + 16, w2=width + 48, w3=width + 160,
-                                         h1=height + 3, h2=height + 9, h3=height + 40))
+            file.write(XORG_CONF.format(folder=self.folder, layout=self._layout, mode=f"{width}x{height}",
+                                        timings=" ".join(mode_timings(width, height))))
         write_authority(self.env["XAUTHORITY"])
         reader, writer = os.pipe()
         # The program itself, past a distribution's setuid wrapper, which would refuse the folder of the configuration.
@@ -164,6 +162,9 @@ class VirtualDesktop:
         number = self._read_line(reader, "Xorg")
         self.display = self.env["DISPLAY"] = f":{number}"
         write_authority(self.env["XAUTHORITY"], number)
+        with XDisplay(self.display, self.env["XAUTHORITY"]) as display:
+            if display.size() != (width, height):
+                raise DesktopError(f"the X server refused the size {width}x{height}; its log is in {self.folder}")
 
     def _place_screens(self):
         self.outputs = Outputs(self.env)

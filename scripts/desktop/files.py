@@ -24,7 +24,7 @@ Section "Monitor"
     Identifier "monitor"
     HorizSync 1-2000
     VertRefresh 1-2000
-    Modeline "{width}x{height}" {clock} {width} {w1} {w2} {w3} {height} {h1} {h2} {h3}
+    Modeline "{mode}" {timings}
 EndSection
 Section "Screen"
     Identifier "screen"
@@ -33,7 +33,7 @@ Section "Screen"
     DefaultDepth 24
     SubSection "Display"
         Depth 24
-        Modes "{width}x{height}"
+        Modes "{mode}"
     EndSubSection
 EndSection
 Section "InputDevice"
@@ -95,6 +95,15 @@ XFWM4_CHANNEL = f"""<?xml version="1.0" encoding="UTF-8"?>
   </property>
 </channel>
 """
+
+
+def mode_timings(width, height):
+    """The numbers of a mode line: a clock (MHz, as text), then the horizontal and the vertical timings. 60 pictures a second,
+    or as many as the dummy driver's fastest clock allows."""
+    horizontal = (width, width + 16, width + 48, width + 160)
+    vertical = (height, height + 3, height + 9, height + 40)
+    clock = min(horizontal[-1] * vertical[-1] * 60 / 1e6, 300)
+    return [f"{clock:.2f}", *map(str, horizontal + vertical)]
 
 
 def write_authority(path, display_number=""):

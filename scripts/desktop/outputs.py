@@ -2,6 +2,8 @@
 
 import subprocess
 
+from desktop.files import mode_timings
+
 
 class Outputs:
     """The server has outputs DUMMY0, DUMMY1, ... of which the first is connected at the start.
@@ -18,8 +20,7 @@ class Outputs:
         mode = f"{name}-{width}x{height}"  # of its own: modes with common names exist for the first output only
         if mode not in self._modes:
             self._modes.add(mode)
-            timings = (width, width + 16, width + 48, width + 160, height, height + 3, height + 9, height + 40)
-            self._xrandr("--newmode", mode, f"{(width + 160) * (height + 40) * 60 / 1e6:.2f}", *map(str, timings))
+            self._xrandr("--newmode", mode, *mode_timings(width, height))
             self._xrandr("--addmode", name, mode)
         self._xrandr("--output", name, "--mode", mode, "--pos", f"{x}x{y}", *["--primary"] * primary)
 

@@ -132,7 +132,7 @@ class Desktop:
         return [Window(self, number) for number in self._root_property("_NET_CLIENT_LIST_STACKING") if number]
 
     def active(self):
-        number = self._root_number("_NET_ACTIVE_WINDOW")
+        number = self.root_number("_NET_ACTIVE_WINDOW")
         return Window(self, number) if number else None
 
     def menus(self, pid):
@@ -144,13 +144,13 @@ class Desktop:
         return [menu for menu in map(self._menu, children) if menu and menu.pid == pid]
 
     def current(self):
-        return self._root_number("_NET_CURRENT_DESKTOP")
+        return self.root_number("_NET_CURRENT_DESKTOP")
 
     def switch_to(self, number):
         self.send(self.root.id, "_NET_CURRENT_DESKTOP", number, X.CurrentTime)
 
     def showing_desktop(self):
-        return self._root_number("_NET_SHOWING_DESKTOP") == 1
+        return self.root_number("_NET_SHOWING_DESKTOP") == 1
 
     def show_desktop(self, on):
         self.send(self.root.id, "_NET_SHOWING_DESKTOP", int(on))
@@ -210,7 +210,7 @@ class Desktop:
         found = self.root.get_full_property(self.atom(name), X.AnyPropertyType)
         return found.value if found else ()
 
-    def _root_number(self, name):
+    def root_number(self, name):
         return next(iter(self._root_property(name)), None)
 
 

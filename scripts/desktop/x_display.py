@@ -30,6 +30,9 @@ class XDisplay:
     def __exit__(self, *_):
         self._x.XCloseDisplay(self._display)
 
+    def size(self):
+        return self._x.XDisplayWidth(self._display, 0), self._x.XDisplayHeight(self._display, 0)
+
     def _atom(self, name):
         return self._x.XInternAtom(self._display, name.encode(), 0)
 

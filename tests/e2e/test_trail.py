@@ -1,8 +1,9 @@
 """What shows while drawing, with a compositing manager and without: a line where the pointer went, and a label."""
 
+import subprocess
 import unittest
 
-from desktop_test import DesktopTest, poll
+from desktop_test import WINDOW_MANAGER, DesktopTest, poll
 from desktop.applications import Browser
 from desktop.probe import Probe
 from virtual_desktop import RIGHT
@@ -67,6 +68,143 @@ class TrailWithCompositor(TrailCases, DesktopTest):
 
 class TrailWithoutCompositor(TrailCases, DesktopTest):
     pass
+
+
+class Memory(DesktopTest):
+    """A trail's buffers are as large as the screen, and are gone when it is hidden."""
+
+    compositor, size = True, "3840x2160"
+    TOLERANCE = 500  # kilobytes; the buffers have 8 megabytes
+
+    def test_trails_leave_nothing_behind(self):
+        self.enterContext(Probe(self.desk.env))
+        tarvik = self.tarvik(mappings={})
+        self.scribble()  # loads the font of the label, which stays
+        idle = self.private(tarvik)
+        self.scribble(lambda: self.assertGreater(self.private(tarvik), idle + 2 * self.TOLERANCE))
+        self.scribble()
+        self.assertTrue(poll(lambda: self.private(tarvik) < idle + self.TOLERANCE, patience=5),
+                        f"{idle} kB before, {self.private(tarvik)} kB after")
+
+    def scribble(self, meanwhile=lambda: None):
+        end = (3500, 1900, 1, 1)
+        blank = b"\xff\xff\xff"
+        self.expect("the sheet below", lambda: self.screen.pixels(end).rgb == blank)
+        self.hand.hold((100, 100), "RD")
+        for y in range(300, 2000, 100):
+            self.mouse.drag_path([(x, y) for x in range(100, 3700, 200)], interval=0.001)
+        self.expect("the end of the line", lambda: self.screen.pixels(end).rgb != blank)
+        meanwhile()
+        self.mouse.release(RIGHT)
+        self.expect("the trail goes", lambda: self.screen.pixels(end).rgb == blank)
+
+    @staticmethod
+    def private(tarvik):
+        """Kilobytes that only Tarvik has."""
+        with open(f"/proc/{tarvik.process.pid}/smaps_rollup", encoding="ascii") as file:
+            return next(int(line.split()[1]) for line in file if line.startswith("Private_Dirty:"))
+
+
+class CompositingManagers(DesktopTest):
+    """They come, go and are killed, and the window manager is replaced, in the middle of a drawing and between drawings."""
+
+    AROUND = (450, 250, 500, 500)    # the line and the label, without the frame of the window below
+    FAR_AWAY = (900, 600, 200, 150)  # neither
+
+    def setUp(self):
+        super().setUp()
+        # Managed: xfwm4 leaves out other windows that were there before it began to composite.
+        self.enterContext(Probe(self.desk.env, managed=True))
+        self.tarvik(mappings={})
+
+    def test_while_drawing(self):
+        self.draw_on()
+        self.start_picom()
+        self.expect_trail("picom has come")
+        for end in "terminate", "kill":
+            self.next_drawing()
+            self.expect_trail("picom runs")
+            self.assertFalse(self.sees_black(getattr(self.picom, end)), f"the screen was black after picom's {end}")
+            self.expect("picom goes", lambda: not self.screen.compositor())
+            self.expect_trail(f"picom has gone by {end}")
+            self.next_drawing()
+            self.expect_trail("there is none")
+            self.start_picom()
+            self.expect_trail("picom is back")
+        self.picom.terminate()
+        self.mouse.release(RIGHT)
+
+    def test_while_idle(self):
+        for _ in range(3):
+            self.start_picom()
+            self.draw_on()
+            self.expect_trail("picom runs")
+            self.mouse.release(RIGHT)
+            self.expect("the trail goes", self.is_blank)
+            self.picom.kill()
+            self.draw_on()  # perhaps before anybody knows
+            self.expect("picom goes", lambda: not self.screen.compositor())
+            self.expect_trail("picom was killed")
+            self.mouse.release(RIGHT)
+            self.expect("the trail goes", self.is_blank)
+
+    def test_window_manager_is_replaced_while_drawing(self):
+        self.draw_on()
+        before = self.screen.root_number("_NET_SUPPORTING_WM_CHECK")
+        self.start([WINDOW_MANAGER, "--replace"])
+        self.expect("another window manager", lambda: self.screen.root_number("_NET_SUPPORTING_WM_CHECK")
+                    not in (None, 0, before))
+        self.expect_trail("the window manager was replaced")
+        if WINDOW_MANAGER == "xfwm4":
+            for on in "true", "false":
+                subprocess.run(["xfconf-query", "-c", "xfwm4", "-p", "/general/use_compositing", "-s", on],
+                               env=self.desk.env, check=True)
+                self.expect("its compositing", lambda: self.screen.compositor() == (on == "true"))
+                self.expect_trail(f"xfwm4's compositing is {on}")
+                self.next_drawing()
+                self.expect_trail(f"xfwm4's compositing is {on}")
+        self.mouse.release(RIGHT)
+        self.expect("the trail goes", self.is_blank)
+
+    def start(self, command):
+        process = self.enterContext(subprocess.Popen(command, env=self.desk.env, stdin=subprocess.DEVNULL,
+                                                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL))
+        self.addCleanup(process.kill)
+        return process
+
+    def start_picom(self):
+        self.picom = self.start(["picom", "--backend", "xrender", "--config", "/dev/null"])
+        self.expect("picom", self.screen.compositor)
+
+    def draw_on(self):
+        self.hand.hold(START, "RDR", length=100)
+
+    def next_drawing(self):
+        self.mouse.release(RIGHT)
+        self.draw_on()
+
+    def expect_trail(self, when):
+        """After one more movement at the latest: the line, the label, and nothing else."""
+        self.mouse.move_by(3, 0)
+        self.mouse.move_by(-3, 0)
+        x, y = START[0] + 50, START[1]
+        label = [self.screen.pointer()[0] + 18 + 20, self.screen.pointer()[1] + 18 + 8]
+        white = (255, 255, 255)
+
+        def shows():
+            picture = self.screen.pixels()
+            return any(picture.at(x, y + d)[0] < 130 < picture.at(x, y + d)[2] for d in range(-5, 6)) and \
+                white > picture.at(*label) > (200, 200, 200) and picture.at(x, y - 40) == white and \
+                set(self.screen.pixels(self.FAR_AWAY).rgb) == {255}
+        self.expect(f"the trail, when {when}", shows)
+
+    def is_blank(self):
+        return set(self.screen.pixels(self.AROUND).rgb) == {255}
+
+    def sees_black(self, happens):
+        """Whether the screen, far from the trail, is anything but white from now on for a while."""
+        happens()
+        return poll(lambda: set(self.screen.pixels(self.FAR_AWAY).rgb) != {255}, patience=0.5, interval=0)
 
 
 if __name__ == "__main__":
