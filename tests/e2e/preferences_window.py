@@ -5,6 +5,7 @@ import json
 import os
 import socket
 import subprocess
+import time
 
 from desktop_test import PROGRAM, DesktopTest
 from desktop.polling import PATIENCE, poll
@@ -15,6 +16,7 @@ TABS = ("Gestures", "General", "Excluded Apps", "Help", "About")
 OUTSIDE = (160, 400)  # beside the window, with room for strokes
 PLUGINS = os.environ.get("TARVIK_TEST_PLUGINS", os.path.join(os.path.dirname(PROGRAM), "test-plugins"))
 KEY_LEFTCTRL, KEY_W = 29, 17
+_PICTURES = 0.05  # seconds, in which a window that has changed paints several
 
 
 class Item:
@@ -25,7 +27,7 @@ class Item:
         self.role, self.name, self.text = said["role"], said["name"], said["text"]
         self.description, self.states = said["description"], set(said["states"])
         self.value = said.get("value")
-        self.x, self.y, self.width, self.height = said["frame"]
+        self.frame = self.x, self.y, self.width, self.height = said["frame"]
 
     def __repr__(self):
         return f"<{self.role} {self.name!r} {self.text!r} {(self.x, self.y, self.width, self.height)} {self.states}>"
@@ -107,7 +109,7 @@ class PreferencesWindow:
                 break
             self._test.mouse.move_to(*view.middle)
             self._test.mouse.wheel(0, 1 if below > 0 else -1)
-            if self._settled(name, role).y == item.y:
+            if not poll(lambda: self.see(name, role).y != item.y, patience=2):
                 raise AssertionError(f"{item} cannot be scrolled into view")
         return item
 
@@ -147,11 +149,12 @@ class PreferencesWindow:
         return json.loads(text[1:-1].replace('\\"', '"').replace("\\\\", "\\")) if text else None
 
     def _settled(self, name, role):
-        """The item once it no longer moves."""
+        """The item once it no longer moves: what has changed is laid out when the next picture is made."""
         before = self.see(name, role)
         while True:
+            time.sleep(_PICTURES)
             item = self.see(name, role)
-            if item.y == before.y:
+            if item.frame == before.frame:
                 return item
             before = item
 

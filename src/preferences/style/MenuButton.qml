@@ -19,13 +19,15 @@ PushButton {
     function open() {
         const all = entries()
         items.model = all.length ? all : [{ title: emptyText, none: true }]
+        menu.above = control.Window.height - control.mapToItem(null, 0, control.height).y < 340
         menu.open()
         menu.currentIndex = 0
     }
 
     T.Menu {
         id: menu
-        y: control.height + 4
+        property bool above: false
+        y: above ? -height - 4 : control.height + 4
         margins: 8
         padding: 4
         implicitWidth: Math.max(180, contentItem.widest + 8)

@@ -73,13 +73,15 @@ T.ComboBox {
             return Math.ceil(width) + 28 + 12 + 8
         }
 
-        y: control.height + 4
         margins: 8
         padding: 4
         width: Math.max(control.width, implicitWidth)
         implicitHeight: Math.min(list.contentHeight + 8, 320)
         onAboutToShow: {
             implicitWidth = widest()
+            const above = control.mapToItem(null, 0, 0).y
+            const below = control.Window.height - above - control.height
+            y = height + 12 <= below || below >= above ? control.height + 4 : -height - 4
             list.positionViewAtIndex(control.currentIndex, ListView.Center)
         }
 
