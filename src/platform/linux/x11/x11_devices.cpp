@@ -60,9 +60,10 @@ bool hasIdentityMatrix(Display* display, int source) {
 
 } // namespace
 
-std::map<int, std::vector<ScrollAxis>> X11Devices::scrollAxes() const {
+std::map<int, std::vector<ScrollAxis>> X11Devices::scrollAxes(std::optional<int> only) const {
     int count = 0;
-    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(XIQueryDevice(display_, XIAllDevices, &count));
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(
+        XIQueryDevice(display_, only.value_or(XIAllDevices), &count));
     std::map<int, std::vector<ScrollAxis>> axes;
     for (int i = 0; devices && i < count; ++i) {
         const auto& device = devices.get()[i];

@@ -32,8 +32,8 @@ public:
     const X11ButtonMap& buttons() const { return buttons_; }
     void mappingChanged() { buttons_.read(display_); }
 
-    /// The scroll axes of every slave pointer. One round trip.
-    std::map<int, std::vector<ScrollAxis>> scrollAxes() const;
+    /// The scroll axes of every slave pointer, or of this one. One round trip.
+    std::map<int, std::vector<ScrollAxis>> scrollAxes(std::optional<int> device = {}) const;
     /// Whether the user has inverted the device's scrolling ("natural scrolling"). One round trip.
     bool directionInverted(int source) const;
 
@@ -55,6 +55,8 @@ public:
     void fakeButton(int source, int button, bool press, const int* place = nullptr);
     /// Turns a scroll axis as the device would.
     void fakeScroll(int source, int axis, int delta);
+    /// The device, opened; null when it has gone. A round trip the first time.
+    XDevice* device(int source) { return opened(source); }
     /// Forgets the devices that were opened; after the list of devices has changed.
     void forget() {
         opened_.clear();

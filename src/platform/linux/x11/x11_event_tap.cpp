@@ -111,6 +111,8 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
     filter_ = &filter;
     commands_.drain();
     installed_ = filter.arm(trigger_);
+    if (installed_)
+        filter.reverseWheel(reversed_);
     logObstacle(installed_ ? "" : "another program holds the button");
     armed.set_value(installed_);
     if (installed_)
@@ -133,6 +135,8 @@ void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
         commands_.drain();
         // A new trigger waits until the old one is up, so that no application sees half a click.
         const bool armed = filter.idle() ? filter.arm(trigger_) : filter.armed();
+        if (filter.idle())
+            filter.reverseWheel(reversed_);
         if (armed != wasArmed)
             log_.write(armed ? "event tap has the button again"
                              : "another program holds the button; trying again every second");

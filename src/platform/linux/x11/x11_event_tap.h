@@ -32,6 +32,7 @@ public:
     void stop() override;
     bool installed() const override { return installed_; }
     void setTriggerButton(TriggerButton button) override;
+    void setWheelReversal(WheelAxes axes) override { reversed_ = axes; }
     void enable() override {} // the server switches no grab off
     void post(const PointerEvent& event) override;
     void afterEvent(std::function<void()> task) override;
@@ -59,6 +60,7 @@ private:
     bool ending_ = false;
     std::string loggedObstacle_;
     TriggerButton trigger_ = TriggerButton::right;
+    WheelAxes reversed_;
     X11PointerFilter* filter_ = nullptr;
 };
 

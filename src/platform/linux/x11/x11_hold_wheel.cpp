@@ -29,14 +29,17 @@ void X11HoldWheel::begin() {
 
 std::vector<WheelTurn> X11HoldWheel::turns(const XiEvent& event) {
     auto turns = event.type == XiEventType::press ? ofButton(event) : ofAxes(event);
-    for (auto& turn : turns) {
-        const auto known = inverted_.find(turn.source);
-        turn.directionInverted =
-            known != inverted_.end()
-                ? known->second
-                : inverted_.emplace(turn.source, devices_.directionInverted(turn.source)).first->second;
-    }
+    for (auto& turn : turns)
+        turn.directionInverted = directionInverted(turn.source);
     return turns;
+}
+
+bool X11HoldWheel::directionInverted(int source) {
+    auto known = inverted_.find(source);
+    if (known == inverted_.end())
+        known = inverted_.emplace(source, devices_.directionInverted(source)).first;
+    // The user's inversion, not ours.
+    return known->second != reversal_.driverTurnsRound(source);
 }
 
 std::vector<WheelTurn> X11HoldWheel::ofButton(const XiEvent& event) {
@@ -45,7 +48,8 @@ std::vector<WheelTurn> X11HoldWheel::ofButton(const XiEvent& event) {
     const bool upOrLeft = event.button % 2 == 0; // 4 up, 5 down, 6 left, 7 right
     if (!event.emulated) {
         WheelTurn turn{event.source, std::nullopt, event.button};
-        const std::int64_t line = upOrLeft ? 1 : -1;
+        turn.turnedRound = reversal_.turnsRound(event.source, vertical);
+        const std::int64_t line = upOrLeft != turn.turnedRound ? 1 : -1;
         (vertical ? turn.vertical : turn.horizontal) = deltaOf(static_cast<double>(line), line);
         turns.push_back(turn);
         return turns;
@@ -60,6 +64,9 @@ std::vector<WheelTurn> X11HoldWheel::ofButton(const XiEvent& event) {
 std::vector<WheelTurn> X11HoldWheel::ofAxes(const XiEvent& event) {
     std::vector<WheelTurn> turns;
     catchUp(event);
+    // What comes late of a wheel that we reverse may be our doing, and the list has it already.
+    if (event.serial < listed_ && reversal_.mirrors(event.source))
+        return turns;
     for (auto& axis : axes_[event.source]) {
         const auto number = static_cast<std::size_t>(axis.info.number);
         if (number >= XiEvent::axisCount || !event.reported[number])
@@ -76,12 +83,13 @@ std::vector<WheelTurn> X11HoldWheel::ofAxes(const XiEvent& event) {
 }
 
 WheelTurn X11HoldWheel::turnOf(int source, Axis& axis, double change) const {
+    const bool turnedRound = reversal_.turnsRound(source, axis.info.vertical);
     // Axes grow downwards and to the right, deltas upwards and to the left.
-    const double notches = -change / axis.info.increment;
+    const double notches = (turnedRound ? change : -change) / axis.info.increment;
     axis.fraction += notches;
     const double lines = std::trunc(axis.fraction);
     axis.fraction -= lines;
-    WheelTurn turn{source, axis.info.number, static_cast<int>(std::lround(change))};
+    WheelTurn turn{source, axis.info.number, static_cast<int>(std::lround(change)), turnedRound};
     (axis.info.vertical ? turn.vertical : turn.horizontal) = deltaOf(notches, static_cast<std::int64_t>(lines));
     return turn;
 }
@@ -116,10 +124,12 @@ void X11HoldWheel::takeBack(const WheelTurn& turn) {
 
 void X11HoldWheel::repeat(const WheelTurn& turn) {
     if (turn.axis) {
+        const int amount = turn.turnedRound ? -turn.amount : turn.amount;
         announce(turn.source);
-        repeated_.push_back({NextRequest(display_), turn.source, *turn.axis, turn.amount});
-        devices_.fakeScroll(turn.source, *turn.axis, turn.amount);
+        repeated_.push_back({NextRequest(display_), turn.source, *turn.axis, amount});
+        devices_.fakeScroll(turn.source, *turn.axis, amount);
     } else {
+        // Where the order of the buttons is turned round, it turns this one back.
         devices_.fakeButton(turn.source, turn.amount, true);
         devices_.fakeButton(turn.source, turn.amount, false);
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/x11_wheel_reversal.h"
 #include "platform/linux/x11/xi_event.h"
 #include "ports/pointer_event.h"
 
@@ -19,6 +20,8 @@ struct WheelTurn {
     std::optional<int> axis;
     /// The change of the axis's value, or the button.
     int amount = 0;
+    /// `amount` is the reverse of what the hand did; the deltas are the hand's own.
+    bool turnedRound = false;
     ScrollDelta vertical;
     ScrollDelta horizontal;
     bool directionInverted = false;
@@ -29,7 +32,8 @@ struct WheelTurn {
 /// application. Tap's thread.
 class X11HoldWheel {
 public:
-    X11HoldWheel(Display* display, X11Devices& devices) : display_(display), devices_(devices) {}
+    X11HoldWheel(Display* display, X11Devices& devices, const X11WheelReversal& reversal)
+        : display_(display), devices_(devices), reversal_(reversal) {}
 
     /// At the beginning of a hold: learns where the axes stand. One round trip.
     void begin();
@@ -37,7 +41,7 @@ public:
     std::vector<WheelTurn> turns(const XiEvent& event);
     /// Takes a turn of an axis back; the event of it comes to us, and `turns` leaves it out. While the grab is active.
     void takeBack(const WheelTurn& turn);
-    /// Makes the turn anew, for an application. While the grab is open.
+    /// Makes the turn anew, for an application, in the hand's own direction. While the grab is open.
     void repeat(const WheelTurn& turn);
     /// Tells the application below where the device's axes stand. Each grab makes toolkits forget it, and they would
     /// take the first notch after it for that. While no grab is active.
@@ -67,9 +71,11 @@ private:
     /// Brings the values of the axes to where they were before the event.
     void catchUp(const XiEvent& event);
     WheelTurn turnOf(int source, Axis& axis, double change) const;
+    bool directionInverted(int source);
 
     Display* const display_;
     X11Devices& devices_;
+    const X11WheelReversal& reversal_;
     std::map<int, std::vector<Axis>> axes_;
     /// The request that listed the axes.
     unsigned long listed_ = 0;

@@ -53,7 +53,8 @@ X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Scr
     , grab_(display_, x.root())
     , probe_(display_, x.root())
     , clicks_(display_, x.root(), queue_, devices_, grab_, probe_, log)
-    , wheel_(display_, devices_)
+    , reversal_(display_, x.root(), devices_)
+    , wheel_(display_, devices_, reversal_)
     , wheelPass_(display_, queue_, devices_, probe_, wheel_) {
     selectDeviceEvents(display_, x.root(), DeviceEvents::changes);
 }
@@ -96,6 +97,8 @@ void X11PointerFilter::process() {
         hooks_.beforeEvent();
         process(queue_.pop());
     }
+    if (!hold_)
+        reversal_.settle();
     XFlush(display_);
 }
 
@@ -119,8 +122,14 @@ void X11PointerFilter::process(const XiEvent& event) {
         clicks_.follow(event);
         rawRelease(event);
         break;
+    case XiEventType::wheelTurned:
+        reversal_.wheelTurned(event);
+        break;
     case XiEventType::devicesChanged:
         devicesChanged();
+        break;
+    case XiEventType::propertyChanged:
+        reversal_.propertyChanged(event);
         break;
     }
 }
@@ -266,6 +275,7 @@ void X11PointerFilter::release(const XiEvent& event) {
 void X11PointerFilter::end() {
     wheel_.announce(hold_->source);
     hold_.reset();
+    reversal_.holdEnded();
     for (const auto& posted : std::exchange(posted_, {})) {
         // A click is posted as press and release; the device makes both.
         if (posted.type != triggerOf(trigger_).down || !posted.native)
@@ -295,6 +305,7 @@ void X11PointerFilter::otherEvent(const XEvent& event) {
 void X11PointerFilter::devicesChanged() {
     // A device that goes releases its buttons; a master takes its grabs along.
     devices_.forget();
+    reversal_.devicesChanged();
     renew();
     if (hold_ && !devices_.exists(hold_->master)) {
         lose("its pointer has gone");

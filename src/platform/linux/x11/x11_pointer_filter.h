@@ -9,6 +9,7 @@
 #include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/x11_server_clock.h"
 #include "platform/linux/x11/x11_wheel_pass.h"
+#include "platform/linux/x11/x11_wheel_reversal.h"
 #include "platform/linux/x11/xi_queue.h"
 #include "ports/event_tap.h"
 #include "ports/screens.h"
@@ -49,6 +50,8 @@ public:
     bool settled() const { return queue_.empty(); }
     /// No button that matters is held, and nothing waits to be given back.
     bool idle() const { return !hold_ && !clicks_.waiting(); }
+    /// Reverses the wheel for as long as no button is held; only while idle. Put back at the end.
+    void reverseWheel(WheelAxes axes) { reversal_.set(axes); }
     /// Deals with everything that has arrived.
     void process();
 
@@ -98,6 +101,7 @@ private:
     X11ButtonGrab grab_;
     const X11PointerProbe probe_;
     X11ClickReturn clicks_;
+    X11WheelReversal reversal_;
     X11HoldWheel wheel_;
     X11WheelPass wheelPass_;
     X11ServerClock clock_;

@@ -41,10 +41,14 @@ XiEvent fromDeviceEvent(const XIDeviceEvent& x, XiEventType type) {
     return event;
 }
 
-/// Raw events come once from the device and once from its master; the device's own is the one.
+/// Raw events come once from the device and once from its master; the device's own is the one. Of the wheel the
+/// master's is taken, which can be asked for by itself.
 std::optional<XiEvent> fromRawEvent(const XIRawEvent& x, XiEventType type) {
-    if (x.deviceid != x.sourceid)
-        return std::nullopt;
+    if (x.deviceid != x.sourceid) {
+        if (type != XiEventType::rawPress || !isWheelButton(x.detail))
+            return std::nullopt;
+        type = XiEventType::wheelTurned;
+    }
     XiEvent event;
     event.type = type;
     event.button = x.detail;
@@ -72,6 +76,15 @@ std::optional<XiEvent> fromCookie(const XGenericEventCookie& cookie) {
     case XI_HierarchyChanged: {
         XiEvent event;
         event.type = XiEventType::devicesChanged;
+        return event;
+    }
+    case XI_PropertyEvent: {
+        const auto& property = *static_cast<const XIPropertyEvent*>(cookie.data);
+        XiEvent event;
+        event.type = XiEventType::propertyChanged;
+        event.source = property.deviceid;
+        event.serial = property.serial;
+        event.property = property.property;
         return event;
     }
     default:

@@ -12,7 +12,18 @@
 
 namespace tarvik {
 
-enum class XiEventType : std::uint8_t { press, release, motion, rawPress, rawRelease, devicesChanged };
+enum class XiEventType : std::uint8_t {
+    press,
+    release,
+    motion,
+    rawPress,
+    rawRelease,
+    /// A raw press of a wheel's button, made by the server or by the device; see X11WheelReversal.
+    wheelTurned,
+    devicesChanged,
+    /// A property of the device `source`.
+    propertyChanged
+};
 
 /// What the tap needs of one event. `raw...` events are what a device did, whoever gets to see it.
 struct XiEvent {
@@ -35,6 +46,7 @@ struct XiEvent {
     bool emulated = false;
     /// Buttons down before this event.
     std::bitset<32> buttonsBefore;
+    Atom property = None;
     /// The axes that the event reports, with their absolute values.
     std::bitset<axisCount> reported;
     std::array<double, axisCount> axes{};
