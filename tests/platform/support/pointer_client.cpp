@@ -11,7 +11,8 @@
 namespace tarvik {
 namespace {
 
-/// The vertical wheel of the desktop's mice.
+/// The wheels of the desktop's mice.
+constexpr int horizontalAxis = 2;
 constexpr int verticalAxis = 3;
 
 } // namespace
@@ -50,53 +51,48 @@ std::vector<PointerSeen> PointerClient::read() {
     while (XPending(display()) > 0) {
         XEvent event;
         XNextEvent(display(), &event);
-        if (const auto one = seen(event))
-            all.push_back(*one);
+        note(event, all);
     }
     return all;
 }
 
-std::optional<PointerSeen> PointerClient::seen(XEvent& event) {
+void PointerClient::note(XEvent& event, std::vector<PointerSeen>& all) {
     using enum PointerSeen::What;
     if (event.type == ButtonPress || event.type == ButtonRelease) {
         const auto& button = event.xbutton;
-        return PointerSeen{event.type == ButtonPress ? press : release,
-                           static_cast<int>(button.button),
-                           0,
-                           {static_cast<double>(button.x_root), static_cast<double>(button.y_root)}};
+        all.push_back({event.type == ButtonPress ? press : release,
+                       static_cast<int>(button.button),
+                       0,
+                       {static_cast<double>(button.x_root), static_cast<double>(button.y_root)}});
     }
     auto& cookie = event.xcookie;
     if (event.type != GenericEvent || cookie.extension != opcode_ || !XGetEventData(display(), &cookie))
-        return std::nullopt;
+        return;
     const auto& x = *static_cast<const XIDeviceEvent*>(cookie.data);
-    std::optional<PointerSeen> result;
     if (cookie.evtype == XI_Motion)
-        result = scrolled(&x);
+        noteScrolling(&x, all);
     else if (!(x.flags & XIPointerEmulated))
-        result =
-            PointerSeen{cookie.evtype == XI_ButtonPress ? press : release, x.detail, x.sourceid, {x.root_x, x.root_y}};
+        all.push_back({cookie.evtype == XI_ButtonPress ? press : release, x.detail, x.sourceid, {x.root_x, x.root_y}});
     XFreeEventData(display(), &cookie);
-    return result;
 }
 
-std::optional<PointerSeen> PointerClient::scrolled(const void* motion) {
+void PointerClient::noteScrolling(const void* motion, std::vector<PointerSeen>& all) {
     const auto& x = *static_cast<const XIDeviceEvent*>(motion);
     const double* value = x.valuators.values;
     for (int axis = 0; axis < x.valuators.mask_len * 8; ++axis) {
         if (!XIMaskIsSet(x.valuators.mask, axis))
             continue;
-        if (axis == verticalAxis) {
+        if (axis == verticalAxis || axis == horizontalAxis) {
             // The first value is only learned.
-            const auto [known, isFirst] = axisValue_.emplace(x.sourceid, *value);
+            const auto [known, isFirst] = axisValues_.emplace(std::pair(x.sourceid, axis), *value);
             const double change = *value - known->second;
             known->second = *value;
-            if (isFirst || change == 0)
-                return std::nullopt;
-            return PointerSeen{PointerSeen::What::scroll, 0, x.sourceid, {x.root_x, x.root_y}, change};
+            if (!isFirst && change != 0)
+                all.push_back(
+                    {PointerSeen::What::scroll, 0, x.sourceid, {x.root_x, x.root_y}, change, axis == horizontalAxis});
         }
         ++value;
     }
-    return std::nullopt;
 }
 
 std::string PointerClient::deviceName(int source) const {

@@ -6,8 +6,8 @@
 
 #include <map>
 #include <memory>
-#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -23,6 +23,7 @@ struct PointerSeen {
     /// How far a scroll axis moved since the client last knew its value. Downwards and to the right, in the axis's own
     /// units.
     double scrolled = 0;
+    bool horizontal = false;
 };
 
 /// Reads like a toolkit: an XInput 2 client takes scrolling from the axes and ignores the buttons that the server makes
@@ -42,12 +43,12 @@ public:
     unsigned buttonsDown() const;
 
 private:
-    std::optional<PointerSeen> seen(XEvent& event);
-    std::optional<PointerSeen> scrolled(const void* motion);
+    void note(XEvent& event, std::vector<PointerSeen>& all);
+    void noteScrolling(const void* motion, std::vector<PointerSeen>& all);
 
     const std::unique_ptr<X11Connection> x_;
     const int opcode_;
-    std::map<int, double> axisValue_;
+    std::map<std::pair<int, int>, double> axisValues_;
 };
 
 } // namespace tarvik
