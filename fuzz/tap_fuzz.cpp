@@ -163,8 +163,6 @@ public:
     explicit Hand(Desktop& desktop) : desktop_(desktop) { desktop_.set(preferences_); }
 
     void step(char sign) {
-        if (isOpen(sign))
-            return;
         if (!button(sign) && !motion(sign) && !device(sign))
             setting(sign);
     }
@@ -181,15 +179,6 @@ public:
     }
 
 private:
-    /// Steps that are known to fail once in a thousand times, each with an input in open/tap: turns of the wheel and
-    /// another trigger while a button is down, and a stop before the tap has read a press. Left out until that is
-    /// mended.
-    bool isOpen(char sign) const {
-        static const bool withOpen = std::getenv("TARVIK_FUZZ_OPEN") != nullptr;
-        const bool held = !down_[0].empty() || !down_[1].empty();
-        return !withOpen && (sign == 'S' || (held && std::string_view("+-<~t").find(sign) != std::string_view::npos));
-    }
-
     bool button(char sign) {
         static constexpr std::string_view signs = "{}[]()";
         const auto index = signs.find(sign);

@@ -28,7 +28,7 @@ void X11ClickReturn::watch() {
     selectDeviceEvents(display_, root_, DeviceEvents::changesAndButtons);
 }
 
-void X11ClickReturn::unwatchIfDone() {
+void X11ClickReturn::unwatch() {
     if (!watching_ || !pending_.empty())
         return;
     watching_ = false;
@@ -61,7 +61,6 @@ void X11ClickReturn::settle() {
             log_.write("a click could not be given back: its mouse has gone");
         pending_.pop_front();
     }
-    unwatchIfDone();
 }
 
 bool X11ClickReturn::useStandIn(ReturnedClick& click) const {

@@ -36,8 +36,11 @@ public:
                    const X11PointerProbe& probe, LogSink& log)
         : display_(display), root_(root), queue_(queue), devices_(devices), grab_(grab), probe_(probe), log_(log) {}
 
-    /// From the moment a press is taken until everything is given back: follows what the devices do.
+    /// From the moment a press is taken: follows what the devices do.
     void watch();
+    /// Ends that, unless something waits. Not while an event of a hold may be on its way: a release that nobody saw would
+    /// count as a button that is still down.
+    void unwatch();
     void add(const ReturnedClick& click) { pending_.push_back({click, false}); }
     /// Gives back what it can; what has to wait for a release, as `waiting` tells, needs another call after it. Not
     /// during a hold.
@@ -71,7 +74,6 @@ private:
     /// For a device that has gone, or has no such button, the server's own makes the click. False when it could not.
     bool useStandIn(ReturnedClick& click) const;
     bool isDown(int button) const;
-    void unwatchIfDone();
 
     Display* const display_;
     const ::Window root_;

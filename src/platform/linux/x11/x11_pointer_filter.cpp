@@ -63,6 +63,14 @@ X11PointerFilter::~X11PointerFilter() {
     grab_.release(); // a hold keeps its grab until the last button is up
     XSync(display_, False);
     queue_.pull();
+    // A press that has come to us belongs to the hold, even if it has not been read yet.
+    while (hold_ && !queue_.empty())
+        process(queue_.pop());
+    if (grab_.held()) { // a click was given back
+        grab_.release();
+        XSync(display_, False);
+        queue_.pull();
+    }
     if (hold_) {
         // The releases come to us; those of the hand change nothing any more.
         for (const auto& [button, source] : hold_->others)
@@ -99,6 +107,8 @@ void X11PointerFilter::process() {
     }
     if (!hold_)
         reversal_.settle();
+    if (idle())
+        clicks_.unwatch();
     XFlush(display_);
 }
 
@@ -137,8 +147,10 @@ void X11PointerFilter::process(const XiEvent& event) {
 void X11PointerFilter::press(const XiEvent& event) {
     if (wheelPass_.isOwn(event)) {
         // Where the hand has let go meanwhile, the rest is a hold that nobody is asked about.
-        if (!hold_)
+        if (!hold_) {
             hold_.emplace(Hold{event.source, event.master, event.button, true, event.location, {}});
+            clicks_.watch();
+        }
         allow(event, XIAsyncDevice);
     } else if (hold_ && event.master == hold_->master) {
         allow(event, XIAsyncDevice);

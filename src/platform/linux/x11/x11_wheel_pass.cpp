@@ -1,5 +1,7 @@
 #include "platform/linux/x11/x11_wheel_pass.h"
 
+#include <X11/extensions/XInput2.h>
+
 #include <algorithm>
 #include <chrono>
 
@@ -29,9 +31,13 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     queue_.pull();
 
     const auto& events = queue_.waiting();
-    const bool resumed = std::any_of(events.begin(), events.end(), [pressRequest](const XiEvent& event) {
+    const auto press = std::find_if(events.begin(), events.end(), [pressRequest](const XiEvent& event) {
         return event.type == XiEventType::press && event.serial == pressRequest;
     });
+    const bool resumed = press != events.end();
+    // At once: the next turn may be waiting before it, and would find the pointer frozen.
+    if (resumed)
+        XIAllowEvents(display_, master, XIAsyncDevice, press->time);
     // Nobody else would ever release the button.
     if (!resumed || letGo(source, button, releaseRequest, pressRequest))
         devices_.fakeButton(source, button, false);
