@@ -240,10 +240,14 @@ bool X11PointerFilter::releaseWaiting() {
 bool X11PointerFilter::releaseComes() {
     if (releaseWaiting())
         return true;
-    // A press that waits for our answer keeps what follows in the server.
+    // A press that waits for our answer keeps what follows in the server. And of a press that was answered late the
+    // server drops the release, and the next press with it, when the mouse has pressed again meanwhile.
     const auto& events = queue_.waiting();
-    return std::any_of(events.begin(), events.end(),
-                       [](const XiEvent& event) { return event.type == XiEventType::press; });
+    return std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
+        return event.type == XiEventType::press ||
+               (event.type == XiEventType::rawPress && event.source == hold_->source &&
+                devices_.buttons().logical(event.button) == hold_->button);
+    });
 }
 
 void X11PointerFilter::lose(const char* reason) {

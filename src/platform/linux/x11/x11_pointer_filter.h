@@ -81,7 +81,8 @@ private:
     void rawRelease(const XiEvent& event);
     /// Whether the release that ends the hold has been read.
     bool releaseWaiting();
-    /// Whether the release of the trigger has been read, or is held back in the server by a press of ours.
+    /// Whether the release of the trigger has been read, is held back in the server by a press of ours, or is left to
+    /// that of a later press.
     bool releaseComes();
     /// The hold has no result any more; what remains is to wait until its buttons are up.
     void lose(const char* reason);
