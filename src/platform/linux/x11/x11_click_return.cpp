@@ -36,7 +36,7 @@ void X11ClickReturn::unwatch() {
 }
 
 void X11ClickReturn::settle() {
-    waiting_ = false;
+    waiting_ = deferred_ = false;
     std::optional<ReturnedClick> last;
     while (!pending_.empty()) {
         auto& click = pending_.front().click;
@@ -47,7 +47,7 @@ void X11ClickReturn::settle() {
         queue_.pull();
         const auto& events = queue_.waiting();
         if (std::any_of(events.begin(), events.end(), [](const XiEvent& e) { return e.type == XiEventType::press; })) {
-            waiting_ = true;
+            waiting_ = deferred_ = true;
             return;
         }
         const auto outcome = giveBack(pending_.front());

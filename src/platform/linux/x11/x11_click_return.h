@@ -46,6 +46,9 @@ public:
     /// during a hold.
     void settle();
     bool waiting() const { return waiting_; }
+    /// Whether it waits for nothing but a press that has been read and not dealt with yet; when that does not begin a
+    /// hold, `settle` is due.
+    bool deferred() const { return deferred_; }
     /// For every raw event, in order.
     void follow(const XiEvent& event);
     /// Whether the press is one of ours that came out of the server's queue late, after the grab was back. It must be
@@ -87,6 +90,7 @@ private:
     std::set<std::pair<int, int>> down_;
     bool watching_ = false;
     bool waiting_ = false;
+    bool deferred_ = false;
 };
 
 } // namespace tarvik

@@ -104,6 +104,8 @@ void X11PointerFilter::process() {
     while (!queue_.empty()) {
         hooks_.beforeEvent();
         process(queue_.pop());
+        if (queue_.empty() && !hold_ && clicks_.deferred())
+            clicks_.settle();
     }
     if (!hold_)
         reversal_.settle();
