@@ -1,5 +1,7 @@
 #include "platform/linux/x11/x11_pointer_filter.h"
 
+#include "platform/linux/x11/x11_trigger.h"
+
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
@@ -8,21 +10,6 @@
 
 namespace tarvik {
 namespace {
-
-constexpr int xRight = 3;
-constexpr int xMiddle = 2;
-
-struct Trigger {
-    int xButton;
-    std::int64_t button;
-    PointerEventType down, drag, up;
-};
-
-constexpr Trigger triggerOf(TriggerButton button) {
-    using enum PointerEventType;
-    return button == TriggerButton::right ? Trigger{xRight, 1, rightDown, rightDragged, rightUp}
-                                          : Trigger{xMiddle, 2, otherDown, otherDragged, otherUp};
-}
 
 /// What a swallowed event needs to be given back.
 struct NativeEvent {
