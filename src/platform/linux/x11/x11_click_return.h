@@ -38,8 +38,8 @@ public:
 
     /// From the moment a press is taken: follows what the devices do.
     void watch();
-    /// Ends that, unless something waits. Not while an event of a hold may be on its way: a release that nobody saw would
-    /// count as a button that is still down.
+    /// Ends that, unless something waits. Not while an event of a hold may be on its way: a release that nobody saw
+    /// would count as a button that is still down.
     void unwatch();
     void add(const ReturnedClick& click) { pending_.push_back({click, false}); }
     /// Gives back what it can; what has to wait for a release, as `waiting` tells, needs another call after it. Not
