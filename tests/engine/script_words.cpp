@@ -63,4 +63,27 @@ std::string text(Point p) {
     return out.str();
 }
 
+void applySetting(const std::vector<std::string>& words, Preferences& preferences) {
+    const auto& key = at(words, 1);
+    const auto value = words.size() > 2 ? words[2] : "";
+    if (key == "enabled")
+        preferences.enabled = flag(value);
+    else if (key == "showTrail")
+        preferences.showTrail = flag(value);
+    else if (key == "minStroke")
+        preferences.minStroke = number(value);
+    else if (key == "reverseVertical")
+        preferences.reverseVertical = flag(value);
+    else if (key == "reverseHorizontal")
+        preferences.reverseHorizontal = flag(value);
+    else if (key == "triggerButton")
+        preferences.triggerButton = triggerButtonFromRawValue(value).value();
+    else if (key == "scrollBinding")
+        preferences.scrollBinding = scrollBindingFromRawValue(value).value();
+    else if (key == "excludedApps")
+        preferences.excludedApps.assign(words.begin() + 2, words.end());
+    else
+        throw std::invalid_argument("no such setting: " + key);
+}
+
 } // namespace tarvik::script

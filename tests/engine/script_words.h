@@ -2,6 +2,7 @@
 // not know.
 #pragma once
 
+#include "model/preferences.h"
 #include "ports/pointer_event.h"
 
 #include <cstddef>
@@ -25,5 +26,8 @@ struct ButtonEvents {
     PointerEventType down, drag, up;
 };
 ButtonEvents buttonEvents(const std::string& name);
+
+/// "setting KEY VALUE...".
+void applySetting(const std::vector<std::string>& words, Preferences& preferences);
 
 } // namespace tarvik::script

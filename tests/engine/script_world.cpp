@@ -38,8 +38,10 @@ void ScriptWorld::execute(const Words& words) {
     const auto& verb = words[0];
     if (verb == "tags")
         return;
-    if (verb == "setting")
-        return set(words);
+    if (verb == "setting") {
+        applySetting(words, preferences_);
+        return publish();
+    }
     if (verb == "map")
         return bind(words);
     if (verb == "unmap") {
@@ -65,30 +67,6 @@ void ScriptWorld::execute(const Words& words) {
     if (verb == "expect")
         return expect(words);
     input(words);
-}
-
-void ScriptWorld::set(const Words& words) {
-    const auto& key = at(words, 1);
-    const auto value = words.size() > 2 ? words[2] : "";
-    if (key == "enabled")
-        preferences_.enabled = flag(value);
-    else if (key == "showTrail")
-        preferences_.showTrail = flag(value);
-    else if (key == "minStroke")
-        preferences_.minStroke = number(value);
-    else if (key == "reverseVertical")
-        preferences_.reverseVertical = flag(value);
-    else if (key == "reverseHorizontal")
-        preferences_.reverseHorizontal = flag(value);
-    else if (key == "triggerButton")
-        preferences_.triggerButton = triggerButtonFromRawValue(value).value();
-    else if (key == "scrollBinding")
-        preferences_.scrollBinding = scrollBindingFromRawValue(value).value();
-    else if (key == "excludedApps")
-        preferences_.excludedApps.assign(words.begin() + 2, words.end());
-    else
-        throw std::invalid_argument("no such setting: " + key);
-    publish();
 }
 
 void ScriptWorld::bind(const Words& words) {

@@ -24,7 +24,6 @@ private:
     using Words = std::vector<std::string>;
 
     void execute(const Words& words);
-    void set(const Words& words);
     void bind(const Words& words);
     void input(const Words& words);
     void pointerInput(const std::string& verb, const Words& words);

@@ -40,7 +40,6 @@ private:
     };
 
     void execute(const Words& words);
-    void set(const Words& words);
     void input(const Words& words);
     sim::EventData button(const Words& words);
     sim::EventData wheel(const Words& words) const;

@@ -1,9 +1,9 @@
 #include "platform/macos/quartz_event_tap.h"
 
 #include "platform/macos/quartz_event.h"
+#include "support/guarded.h"
 
 #include <cstdlib>
-#include <exception>
 #include <string>
 #include <utility>
 
@@ -61,7 +61,7 @@ CGEventRef QuartzEventTap::decide(CGEventType type, CGEventRef event) {
     drain();
     const auto before = pointerEvent(type, event, clock_());
     std::optional<PointerEvent> after = before; // the application's, unless the handler says otherwise
-    guarded([&] { after = handler_(before); });
+    guarded(log_, "tap", [&] { after = handler_(before); });
     deciding_ = nested;
     if (isNotice(type))
         return event;
@@ -124,7 +124,7 @@ void QuartzEventTap::loseHold() {
     PointerEvent lost;
     lost.type = PointerEventType::holdLost;
     lost.time = clock_();
-    guarded([&] { handler_(lost); });
+    guarded(log_, "tap", [&] { handler_(lost); });
 }
 
 void QuartzEventTap::post(const PointerEvent& event) {
@@ -133,7 +133,7 @@ void QuartzEventTap::post(const PointerEvent& event) {
 }
 
 void QuartzEventTap::afterEvent(std::function<void()> task) {
-    mainQueue_.post([this, task = std::move(task)] { guarded(task); });
+    mainQueue_.post([this, task = std::move(task)] { guarded(log_, "tap", task); });
 }
 
 void QuartzEventTap::run(std::function<void()> command) {
@@ -152,17 +152,7 @@ void QuartzEventTap::drain() {
     const auto commands = std::exchange(commands_, {});
     lock.unlock();
     for (const auto& command : commands)
-        guarded(command);
-}
-
-template <typename F> void QuartzEventTap::guarded(const F& task) {
-    try {
-        task();
-    } catch (const std::exception& error) {
-        log_.write(std::string("tap: a task failed: ") + error.what());
-    } catch (...) {
-        log_.write("tap: a task failed");
-    }
+        guarded(log_, "tap", command);
 }
 
 } // namespace tarvik

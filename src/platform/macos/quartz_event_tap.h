@@ -54,8 +54,6 @@ private:
     /// The release of a hold may have gone by unseen.
     void loseHold();
     void drain();
-    /// Runs what others gave us; when it throws, the log gets a line and the pointer goes on.
-    template <typename F> void guarded(const F& task);
 
     MainQueue& mainQueue_;
     LogSink& log_;

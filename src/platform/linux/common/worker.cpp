@@ -1,8 +1,8 @@
 #include "platform/linux/common/worker.h"
+#include "support/guarded.h"
 
 #include <pthread.h>
 
-#include <exception>
 #include <utility>
 
 namespace tarvik {
@@ -44,14 +44,6 @@ void Worker::run() {
     }
 }
 
-void Worker::carryOut(const Task& task) {
-    try {
-        task();
-    } catch (const std::exception& error) {
-        log_.write(name_ + ": a task failed: " + error.what());
-    } catch (...) {
-        log_.write(name_ + ": a task failed");
-    }
-}
+void Worker::carryOut(const Task& task) { guarded(log_, name_, task); }
 
 } // namespace tarvik

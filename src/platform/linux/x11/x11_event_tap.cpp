@@ -1,10 +1,10 @@
 #include "platform/linux/x11/x11_event_tap.h"
 
 #include "platform/linux/x11/x11_pointer_filter.h"
+#include "support/guarded.h"
 
 #include <X11/extensions/XTest.h>
 
-#include <exception>
 #include <poll.h>
 #include <pthread.h>
 #include <string>
@@ -67,18 +67,8 @@ void X11EventTap::setTriggerButton(TriggerButton button) {
         filter_->renew();
 }
 
-template <typename F> void X11EventTap::guarded(const F& task) {
-    try {
-        task();
-    } catch (const std::exception& error) {
-        log_.write(std::string("tap: a task failed: ") + error.what());
-    } catch (...) {
-        log_.write("tap: a task failed");
-    }
-}
-
 void X11EventTap::run(std::function<void()> command) {
-    commands_.post([this, command = std::move(command)] { guarded(command); });
+    commands_.post([this, command = std::move(command)] { guarded(log_, "tap", command); });
 }
 
 void X11EventTap::post(const PointerEvent& event) {
@@ -88,7 +78,7 @@ void X11EventTap::post(const PointerEvent& event) {
 
 void X11EventTap::afterEvent(std::function<void()> task) {
     if (filter_)
-        filter_->afterEvent([this, task = std::move(task)] { guarded(task); });
+        filter_->afterEvent([this, task = std::move(task)] { guarded(log_, "tap", task); });
 }
 
 void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
@@ -102,7 +92,7 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
     frontmost_.watch(*x);
     const auto decide = [this, &handler](const PointerEvent& event) {
         std::optional<PointerEvent> decision = event; // the application's, unless the handler says otherwise
-        guarded([&] { decision = handler(event); });
+        guarded(log_, "tap", [&] { decision = handler(event); });
         return decision;
     };
     X11PointerFilter filter(

@@ -45,8 +45,6 @@ private:
     void serve(const Handler& handler, std::promise<bool>& armed);
     void logObstacle(const std::string& obstacle);
     void loop(const X11Connection& x, X11PointerFilter& filter);
-    /// Runs what others gave us; when it throws, the log gets a line and the pointer goes on.
-    template <typename F> void guarded(const F& task);
 
     const Screens& screens_;
     LogSink& log_;
