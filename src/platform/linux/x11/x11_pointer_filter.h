@@ -6,8 +6,8 @@
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_hold_wheel.h"
+#include "platform/linux/x11/x11_pointer_events.h"
 #include "platform/linux/x11/x11_pointer_probe.h"
-#include "platform/linux/x11/x11_server_clock.h"
 #include "platform/linux/x11/x11_wheel_pass.h"
 #include "platform/linux/x11/x11_wheel_reversal.h"
 #include "platform/linux/x11/xi_queue.h"
@@ -89,12 +89,9 @@ private:
     void devicesChanged();
     void otherEvent(const XEvent& event);
     void allow(const XiEvent& event, int mode);
-    PointerEvent pointerEvent(const XiEvent& event, PointerEventType type);
-    std::optional<PointerEvent> decide(PointerEvent event);
 
     const X11Connection& x_;
     Display* const display_;
-    const Screens& screens_;
     LogSink& log_;
     const Hooks hooks_;
     XiQueue queue_;
@@ -105,8 +102,7 @@ private:
     X11WheelReversal reversal_;
     X11HoldWheel wheel_;
     X11WheelPass wheelPass_;
-    X11ServerClock clock_;
-    std::chrono::nanoseconds now_{};
+    X11PointerEvents events_;
 
     TriggerButton trigger_ = TriggerButton::right;
     bool renew_ = false;

@@ -1,0 +1,150 @@
+// What becomes of a hold: X11PointerFilter from the press that is taken to the release of the last button.
+#include "platform/linux/x11/x11_pointer_filter.h"
+
+#include "platform/linux/x11/x11_trigger.h"
+
+#include <X11/extensions/XInput2.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace tarvik {
+
+void X11PointerFilter::begin(const XiEvent& event) {
+    if (hooks_.handler(events_.make(event, triggerOf(trigger_).down, triggerOf(trigger_).button))) {
+        allow(event, XIReplayDevice);
+        return;
+    }
+    hold_.emplace(Hold{event.source, event.master, event.button, false, event.location, {}});
+    clicks_.watch();
+    allow(event, XIAsyncDevice);
+    wheel_.begin();
+}
+
+void X11PointerFilter::motion(const XiEvent& event) {
+    wheel(event);
+    // A turn that passed may have ended the hold.
+    if (!hold_ || hold_->decided || event.location == hold_->location)
+        return;
+    hold_->location = event.location;
+    hooks_.handler(events_.make(event, triggerOf(trigger_).drag, triggerOf(trigger_).button));
+}
+
+void X11PointerFilter::wheel(const XiEvent& event) {
+    for (const auto& turn : wheel_.turns(event)) {
+        // What is undone after the hold's end in the server would reach the application.
+        if (!hold_->others.empty() || !releaseWaiting())
+            wheel_.takeBack(turn);
+        if (hold_->decided)
+            continue;
+        auto scroll = events_.make(event, PointerEventType::scrollWheel, triggerOf(trigger_).button);
+        scroll.vertical = turn.vertical;
+        scroll.horizontal = turn.horizontal;
+        scroll.directionInverted = turn.directionInverted;
+        // With other buttons down there is no way to the application, and the turn is dropped.
+        if (!hooks_.handler(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
+            continue;
+        if (!wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button)) {
+            lose("another program has the pointer");
+            end();
+            return;
+        }
+    }
+}
+
+void X11PointerFilter::rawRelease(const XiEvent& event) {
+    if (!hold_) {
+        if (clicks_.waiting())
+            clicks_.settle();
+        return;
+    }
+    const bool letGo = event.source == hold_->source && devices_.buttons().logical(event.button) == hold_->button &&
+                       !hold_->decided && !wheelPass_.isOwn(event);
+    if (!letGo || releaseComes())
+        return;
+    XSync(display_, False);
+    if (releaseComes())
+        return;
+    lose("another program has taken its mouse");
+    // For the pointer the button is still down, and the mouse does not move it any more.
+    if (const auto standIn = devices_.testPointer(hold_->master))
+        devices_.fakeButton(*standIn, hold_->button, false);
+}
+
+bool X11PointerFilter::releaseWaiting() {
+    queue_.pull();
+    const auto& events = queue_.waiting();
+    return std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
+        return event.type == XiEventType::release && event.button == hold_->button && !wheelPass_.isOwn(event);
+    });
+}
+
+bool X11PointerFilter::releaseComes() {
+    if (releaseWaiting())
+        return true;
+    // A press that waits for our answer keeps what follows in the server. And of a press that was answered late the
+    // server drops the release, and the next press with it, when the mouse has pressed again meanwhile.
+    const auto& events = queue_.waiting();
+    return std::any_of(events.begin(), events.end(), [this](const XiEvent& event) {
+        return event.type == XiEventType::press ||
+               (event.type == XiEventType::rawPress && event.source == hold_->source &&
+                devices_.buttons().logical(event.button) == hold_->button);
+    });
+}
+
+void X11PointerFilter::lose(const char* reason) {
+    if (hold_->decided)
+        return;
+    hold_->decided = true;
+    log_.write(std::string("hold lost: ") + reason);
+    hooks_.handler(events_.notice(PointerEventType::holdLost));
+}
+
+void X11PointerFilter::release(const XiEvent& event) {
+    if (event.button == hold_->button && !hold_->decided) {
+        // The server itself releases the buttons of a device that it loses.
+        if (devices_.serves(event.source, event.master)) {
+            hold_->decided = true;
+            hooks_.handler(events_.make(event, triggerOf(trigger_).up, triggerOf(trigger_).button));
+        } else {
+            lose("its mouse has gone");
+        }
+    } else {
+        const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
+                                        [&](const auto& pressed) { return pressed.first == event.button; });
+        if (other != hold_->others.end()) {
+            otherClicks_.push_back({other->first, other->second, hold_->master, static_cast<int>(event.location.x),
+                                    static_cast<int>(event.location.y)});
+            hold_->others.erase(other);
+        }
+    }
+    auto stillDown = event.buttonsBefore;
+    stillDown.reset(static_cast<std::size_t>(event.button));
+    for (const int wheelButton : {4, 5, 6, 7})
+        stillDown.reset(static_cast<std::size_t>(wheelButton));
+    // The server keeps the grab until the last button is up, and what we gave back before that would come to us.
+    if (stillDown.none())
+        end();
+}
+
+void X11PointerFilter::end() {
+    wheel_.announce(hold_->source);
+    hold_.reset();
+    reversal_.holdEnded();
+    for (const auto& posted : std::exchange(posted_, {})) {
+        // A click is posted as press and release; the device makes both.
+        if (posted.type == triggerOf(trigger_).down && posted.native)
+            clicks_.add(X11PointerEvents::returned(posted));
+    }
+    for (const auto& click : std::exchange(otherClicks_, {}))
+        clicks_.add(click);
+    clicks_.settle();
+    if (tasks_.empty())
+        return;
+    // An action may want to grab the pointer itself: ours must be gone when it begins.
+    XSync(display_, False);
+    for (const auto& task : std::exchange(tasks_, {}))
+        task();
+}
+
+} // namespace tarvik
