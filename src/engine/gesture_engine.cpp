@@ -94,7 +94,7 @@ std::optional<GestureEngine::Phase> GestureEngine::phase(const PointerEvent& eve
     }
 }
 
-std::optional<PointerEvent> GestureEngine::handleDown(PointerEvent event) {
+std::optional<PointerEvent> GestureEngine::handleDown(PointerEvent&& event) {
     // A waiting recorder overrides both the switch and the exclusions.
     const bool refused = !onRecord_ && (!preferences_->enabled || isFrontmostExcluded());
     if (refused) {
@@ -105,7 +105,7 @@ std::optional<PointerEvent> GestureEngine::handleDown(PointerEvent event) {
     return std::nullopt;
 }
 
-void GestureEngine::begin(PointerEvent down) {
+void GestureEngine::begin(PointerEvent&& down) {
     tracking_ = true;
     usedScroll_ = false;
     points_ = std::make_shared<Path>();
@@ -114,7 +114,7 @@ void GestureEngine::begin(PointerEvent down) {
     downEvent_ = std::move(down);
 }
 
-std::optional<PointerEvent> GestureEngine::handleDrag(PointerEvent event) {
+std::optional<PointerEvent> GestureEngine::handleDrag(PointerEvent&& event) {
     if (!tracking_)
         return event;
     points_->append(event.location);
@@ -124,7 +124,7 @@ std::optional<PointerEvent> GestureEngine::handleDrag(PointerEvent event) {
     return std::nullopt;
 }
 
-std::optional<PointerEvent> GestureEngine::handleUp(PointerEvent event) {
+std::optional<PointerEvent> GestureEngine::handleUp(PointerEvent&& event) {
     if (!tracking_)
         return event;
     const std::string directions = recognizer_.directions;
@@ -150,7 +150,7 @@ std::optional<PointerEvent> GestureEngine::handleUp(PointerEvent event) {
     return std::nullopt;
 }
 
-std::optional<PointerEvent> GestureEngine::handleScroll(PointerEvent event) {
+std::optional<PointerEvent> GestureEngine::handleScroll(PointerEvent&& event) {
     const auto binding = preferences_->scrollBinding;
     if (binding == ScrollBinding::none || onRecord_)
         return event;

@@ -44,12 +44,12 @@ private:
     enum class Phase : std::uint8_t { down, drag, up };
 
     std::optional<Phase> phase(const PointerEvent& event) const;
-    std::optional<PointerEvent> handleDown(PointerEvent event);
-    std::optional<PointerEvent> handleDrag(PointerEvent event);
-    std::optional<PointerEvent> handleUp(PointerEvent event);
-    std::optional<PointerEvent> handleScroll(PointerEvent event);
+    std::optional<PointerEvent> handleDown(PointerEvent&& event);
+    std::optional<PointerEvent> handleDrag(PointerEvent&& event);
+    std::optional<PointerEvent> handleUp(PointerEvent&& event);
+    std::optional<PointerEvent> handleScroll(PointerEvent&& event);
 
-    void begin(PointerEvent down);
+    void begin(PointerEvent&& down);
     /// Ends a hold without a result. A recorder goes on waiting.
     void cancel();
     void reset();
