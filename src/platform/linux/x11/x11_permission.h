@@ -4,14 +4,19 @@
 #include "ports/permission.h"
 #include "support/log.h"
 
+#include <X11/Xlib.h>
+
 #include <functional>
 #include <string>
 
 namespace tarvik {
 
-/// X11 asks nobody for permission, but not every server can serve: it takes XInput 2.2 for the tap, XTEST for what is
-/// given back, and a server that sees all windows. One inside a Wayland session, which has the extension XWAYLAND, sees
-/// only those of X11 programs. None of this changes while a server runs.
+/// Not every server can serve: it takes XInput 2.2 for the tap, XTEST for what is given back, and a server that sees
+/// all windows. One inside a Wayland session, which has the extension XWAYLAND, sees only those of X11 programs. What
+/// stands in the way, as in "gestures need XTEST"; empty for nothing. The tap and the permission ask the same.
+std::string missingOn(Display* display);
+
+/// X11 asks nobody for permission; whether its server can serve does not change while it runs.
 class X11Permission final : public Permission {
 public:
     /// `openGuide` shows the user how to get another session.
