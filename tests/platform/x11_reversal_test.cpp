@@ -178,6 +178,18 @@ TEST_F(X11Reversal, wheelButtonsOfOtherPrograms) {
     EXPECT_EQ(testClick(5), clickOf(4)); // what was asked for before the start counts
 }
 
+TEST_F(X11Reversal, aWheelButtonThatIsDownIsTurnedRoundWhenItIsUp) {
+    for (const bool reversed : {true, false}) {
+        XTestFakeButtonEvent(client.display(), 4, True, CurrentTime);
+        XSync(client.display(), False);
+        reverse(reversed, false);
+        XTestFakeButtonEvent(client.display(), 4, False, CurrentTime);
+        const int down = reversed ? 4 : 5; // as it was at the press
+        EXPECT_EQ(seenUntil([](const Lines& lines) { return lines.size() >= 2; }), clickOf(down));
+        EXPECT_EQ(testClick(4), clickOf(reversed ? 5 : 4));
+    }
+}
+
 TEST_F(X11Reversal, aHoldGetsTheHandsOwnTurns) {
     press = Press::take;
     reverse(true, true);

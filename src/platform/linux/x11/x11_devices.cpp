@@ -114,6 +114,27 @@ bool X11Devices::serves(int device, int master) const {
     return info && info->enabled && info->use == XISlavePointer && info->attachment == master;
 }
 
+std::vector<std::pair<int, int>> X11Devices::buttonsDown(int master) const {
+    int count = 0;
+    const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> devices(XIQueryDevice(display_, XIAllDevices, &count));
+    std::vector<std::pair<int, int>> down;
+    for (int i = 0; devices && i < count; ++i) {
+        const auto& device = devices.get()[i];
+        if (device.use != XISlavePointer || device.attachment != master)
+            continue;
+        for (int j = 0; j < device.num_classes; ++j) {
+            if (device.classes[j]->type != XIButtonClass)
+                continue;
+            const auto& state = reinterpret_cast<const XIButtonClassInfo*>(device.classes[j])->state;
+            for (int button = 1; button < 8 * state.mask_len; ++button) {
+                if (XIMaskIsSet(state.mask, button))
+                    down.emplace_back(device.deviceid, buttons_.logical(button));
+            }
+        }
+    }
+    return down;
+}
+
 bool X11Devices::canPlacePointer(int source) const {
     const X11ErrorTrap vanishedDevice(display_);
     int count = 0;

@@ -9,6 +9,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -41,6 +42,9 @@ public:
     bool exists(int device) const;
     /// Whether the device is plugged in, switched on, and moves the pointer `master`. One round trip.
     bool serves(int device, int master) const;
+
+    /// What is down on the devices that move the pointer `master`: the device, and the button. One round trip.
+    std::vector<std::pair<int, int>> buttonsDown(int master) const;
 
     /// Opens the device, so that a fake event of it is one request and asks nothing; a few round trips the first time.
     /// Answers the device that can put the pointer to an exact place: the device itself, or the server's own test

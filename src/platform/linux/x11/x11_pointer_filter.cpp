@@ -39,13 +39,12 @@ X11PointerFilter::~X11PointerFilter() {
         queue_.pull();
     }
     if (hold_) {
-        // The releases come to us; those of the hand change nothing any more.
-        for (const auto& [button, source] : hold_->others)
-            devices_.fakeButton(source, button, false);
-        if (!hold_->decided) {
-            devices_.fakeButton(hold_->source, hold_->button, false);
-            lose("the tap ends");
+        // The releases come to us; those of the hand change nothing any more. What two mice hold is up when both are.
+        for (const auto& [source, button] : devices_.buttonsDown(hold_->master)) {
+            if (!hold_->downBefore[static_cast<std::size_t>(button)])
+                devices_.fakeButton(source, button, false);
         }
+        lose("the tap ends");
     } else {
         for (const auto& event : queue_.waiting()) {
             if (event.type == XiEventType::press)
@@ -104,6 +103,9 @@ void X11PointerFilter::process(const XiEvent& event) {
     case XiEventType::wheelTurned:
         reversal_.wheelTurned(event);
         break;
+    case XiEventType::wheelReleased:
+        reversal_.wheelReleased();
+        break;
     case XiEventType::devicesChanged:
         devicesChanged();
         break;
@@ -117,7 +119,8 @@ void X11PointerFilter::press(const XiEvent& event) {
     if (wheelPass_.isOwn(event)) {
         // Where the hand has let go meanwhile, the rest is a hold that nobody is asked about.
         if (!hold_) {
-            hold_.emplace(Hold{event.source, event.master, event.button, true, event.location, {}});
+            hold_.emplace(
+                Hold{event.source, event.master, event.button, true, event.location, event.buttonsBefore, {}});
             clicks_.watch();
         }
         allow(event, XIAsyncDevice);

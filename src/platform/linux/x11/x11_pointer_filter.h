@@ -67,6 +67,8 @@ private:
         /// The handler knows the end of the hold; other buttons are still down.
         bool decided = false;
         Point location;
+        /// Down before the press: not ours.
+        XiButtons downBefore;
         /// Other buttons that went down during the hold, and the device of each.
         std::vector<std::pair<int, int>> others;
     };

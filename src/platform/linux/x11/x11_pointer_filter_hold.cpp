@@ -15,7 +15,7 @@ void X11PointerFilter::begin(const XiEvent& event) {
         allow(event, XIReplayDevice);
         return;
     }
-    hold_.emplace(Hold{event.source, event.master, event.button, false, event.location, {}});
+    hold_.emplace(Hold{event.source, event.master, event.button, false, event.location, event.buttonsBefore, {}});
     clicks_.watch();
     allow(event, XIAsyncDevice);
     wheel_.begin();

@@ -19,10 +19,10 @@ unsigned char swapped(unsigned char button, std::pair<unsigned char, unsigned ch
 
 } // namespace
 
-std::optional<unsigned long> X11ScrollSetting::reverse(WheelAxes axes) const {
+X11ScrollSetting::Change X11ScrollSetting::reverse(WheelAxes axes) const {
     const auto present = read();
     if (present.empty())
-        return std::nullopt;
+        return {};
     const auto before = usersOwn(present);
     const auto wanted = turned(before, axes);
     // The property first: there is no moment in which a crash would lose the user's value.
@@ -32,14 +32,14 @@ std::optional<unsigned long> X11ScrollSetting::reverse(WheelAxes axes) const {
         if (readDeviceBytes(display_, device_, memory()) != both)
             writeDeviceBytes(display_, device_, memory(), both);
     }
-    std::optional<unsigned long> request;
+    Change change;
     if (wanted != present) {
-        request = NextRequest(display_);
-        write(wanted);
+        change.request = NextRequest(display_);
+        change.refused = !write(wanted);
     }
-    if (wanted == before)
+    if (wanted == before && !change.refused)
         adopt();
-    return request;
+    return change;
 }
 
 void X11ScrollSetting::adopt() const { XIDeleteProperty(display_, device_, memory()); }
@@ -59,13 +59,15 @@ X11ScrollSetting::Bytes X11ScrollSetting::read() const {
     return count > 0 ? Bytes(map.begin(), map.begin() + count) : Bytes();
 }
 
-void X11ScrollSetting::write(const Bytes& value) const {
+bool X11ScrollSetting::write(const Bytes& value) const {
     if (kind_ == Kind::naturalScrolling) {
         writeDeviceBytes(display_, device_, naturalScrollingProperty(display_), value);
-    } else if (auto* device = devices_.device(device_)) {
-        auto map = value;
-        XSetDeviceButtonMapping(display_, device, map.data(), static_cast<int>(map.size()));
+        return true;
     }
+    auto map = value;
+    auto* device = devices_.device(device_);
+    return !device ||
+           XSetDeviceButtonMapping(display_, device, map.data(), static_cast<int>(map.size())) != MappingBusy;
 }
 
 X11ScrollSetting::Bytes X11ScrollSetting::usersOwn(const Bytes& present) const {

@@ -24,9 +24,14 @@ public:
     X11ScrollSetting(Display* display, X11Devices& devices, int device, Kind kind)
         : display_(display), devices_(devices), device_(device), kind_(kind) {}
 
-    /// Makes the setting the user's own, turned round in these axes; natural scrolling heeds only `vertical`. Answers
-    /// the request that changed it, if there was anything to change.
-    std::optional<unsigned long> reverse(WheelAxes axes) const;
+    struct Change {
+        /// The request that made it, if there was anything to change.
+        std::optional<unsigned long> request;
+        /// The server changes nothing while a button that it is about is down.
+        bool refused = false;
+    };
+    /// Makes the setting the user's own, turned round in these axes; natural scrolling heeds only `vertical`.
+    Change reverse(WheelAxes axes) const;
     /// From now on the present value is the user's own: somebody else has set it.
     void adopt() const;
 
@@ -35,7 +40,8 @@ private:
 
     Atom memory() const;
     Bytes read() const;
-    void write(const Bytes& value) const;
+    /// Whether the server takes it.
+    bool write(const Bytes& value) const;
     Bytes usersOwn(const Bytes& present) const;
     Bytes turned(Bytes value, WheelAxes axes) const;
 

@@ -49,18 +49,43 @@ void X11WheelReversal::apply() {
             mirrored[device.id] = {false, axes_.vertical != axes_.horizontal};
         } else {
             mirrored[device.id] = axes_;
-            settings.buttonMap = {axes_.vertical && !device.hasAxis(true), axes_.horizontal && !device.hasAxis(false)};
         }
-        if (device.hasButtons)
-            X11ScrollSetting(display_, devices_, device.id, Kind::buttonMap).reverse(settings.buttonMap);
+        if (device.hasButtons) {
+            const auto axes = device.hasNaturalScrolling ? WheelAxes{} : axes_;
+            settings.buttonMap =
+                WheelAxes{axes.vertical && !device.hasAxis(true), axes.horizontal && !device.hasAxis(false)};
+        }
     }
     mirror_.watch(mirrored);
-    watchWheel(mirror_.watching());
+    mapButtons();
+}
+
+void X11WheelReversal::wheelReleased() {
+    if (wheelWatched_.second)
+        mapButtons();
+}
+
+void X11WheelReversal::mapButtons() {
+    const bool mapped = tryToMapButtons();
+    watchWheel(mirror_.watching(), !mapped);
+    // The release may have come before we were to be told of it.
+    if (!mapped && tryToMapButtons())
+        watchWheel(mirror_.watching(), false);
+}
+
+bool X11WheelReversal::tryToMapButtons() const {
+    bool mapped = true;
+    for (const auto& [device, settings] : settings_) {
+        const X11ScrollSetting setting(display_, devices_, device, Kind::buttonMap);
+        if (settings.buttonMap && setting.reverse(*settings.buttonMap).refused)
+            mapped = false;
+    }
+    return mapped;
 }
 
 void X11WheelReversal::reverseNaturalScrolling(int device) {
     const X11ScrollSetting setting(display_, devices_, device, Kind::naturalScrolling);
-    if (const auto request = setting.reverse({axes_.vertical, axes_.vertical}))
+    if (const auto request = setting.reverse({axes_.vertical, axes_.vertical}).request)
         ownChanges_.push_back(*request);
 }
 
@@ -86,7 +111,8 @@ bool X11WheelReversal::turnsRound(int device, bool vertical) const {
     if (setting == settings_.end())
         return false;
     const auto& [naturalScrolling, buttonMap] = setting->second;
-    return naturalScrolling || (vertical ? buttonMap.vertical : buttonMap.horizontal);
+    const auto mapped = buttonMap.value_or(WheelAxes{});
+    return naturalScrolling || (vertical ? mapped.vertical : mapped.horizontal);
 }
 
 bool X11WheelReversal::driverTurnsRound(int device) const {
@@ -102,13 +128,16 @@ void X11WheelReversal::watchProperties(int device, bool watch) const {
     XISelectEvents(display_, root_, &mask, 1);
 }
 
-void X11WheelReversal::watchWheel(bool watch) {
-    if (std::exchange(wheelWatched_, watch) == watch)
+void X11WheelReversal::watchWheel(bool presses, bool releases) {
+    const std::pair wanted(presses, releases);
+    if (std::exchange(wheelWatched_, wanted) == wanted)
         return;
     // The masters' copies of raw events: the selection for all devices is another one and may change on its own.
     unsigned char bits[XIMaskLen(XI_LASTEVENT)] = {};
-    if (watch)
+    if (presses)
         XISetMask(bits, XI_RawButtonPress);
+    if (releases)
+        XISetMask(bits, XI_RawButtonRelease);
     XIEventMask mask{XIAllMasterDevices, sizeof bits, bits};
     XISelectEvents(display_, root_, &mask, 1);
 }

@@ -8,7 +8,8 @@
 
 #include <deque>
 #include <map>
-#include <set>
+#include <optional>
+#include <utility>
 
 namespace tarvik {
 
@@ -29,6 +30,7 @@ public:
     void devicesChanged();
     /// For every event of these types.
     void wheelTurned(const XiEvent& event) { mirror_.turned(event); }
+    void wheelReleased();
     void propertyChanged(const XiEvent& event);
 
     /// Once all events that have arrived are dealt with; not during a hold.
@@ -46,7 +48,10 @@ private:
     void apply();
     void reverseNaturalScrolling(int device);
     void watchProperties(int device, bool watch) const;
-    void watchWheel(bool watch);
+    /// Puts the buttons of devices in their order; those that are down come later, at the next release.
+    void mapButtons();
+    bool tryToMapButtons() const;
+    void watchWheel(bool presses, bool releases);
 
     Display* const display_;
     const ::Window root_;
@@ -54,12 +59,13 @@ private:
     X11ScrollMirror mirror_;
     WheelAxes axes_;
     bool applied_ = false;
-    bool wheelWatched_ = false;
+    /// Which raw events of the wheel's buttons we get: presses, releases.
+    std::pair<bool, bool> wheelWatched_;
     struct Settings {
         bool naturalScrolling = false;
-        WheelAxes buttonMap;
+        std::optional<WheelAxes> buttonMap;
     };
-    /// Those of ours that differ from the user's.
+    /// What differs from the user's own.
     std::map<int, Settings> settings_;
     /// Requests of ours whose events are still to come.
     std::deque<unsigned long> ownChanges_;

@@ -45,9 +45,9 @@ XiEvent fromDeviceEvent(const XIDeviceEvent& x, XiEventType type) {
 /// master's is taken, which can be asked for by itself.
 std::optional<XiEvent> fromRawEvent(const XIRawEvent& x, XiEventType type) {
     if (x.deviceid != x.sourceid) {
-        if (type != XiEventType::rawPress || !isWheelButton(x.detail))
+        if (!isWheelButton(x.detail))
             return std::nullopt;
-        type = XiEventType::wheelTurned;
+        type = type == XiEventType::rawPress ? XiEventType::wheelTurned : XiEventType::wheelReleased;
     }
     XiEvent event;
     event.type = type;

@@ -18,12 +18,16 @@ enum class XiEventType : std::uint8_t {
     motion,
     rawPress,
     rawRelease,
-    /// A raw press of a wheel's button, made by the server or by the device; see X11WheelReversal.
+    /// A raw press, or release, of a wheel's button, made by the server or by the device; see X11WheelReversal.
     wheelTurned,
+    wheelReleased,
     devicesChanged,
     /// A property of the device `source`.
     propertyChanged
 };
+
+/// By number, which is a byte.
+using XiButtons = std::bitset<256>;
 
 /// What the tap needs of one event. `raw...` events are what a device did, whoever gets to see it.
 struct XiEvent {
@@ -45,7 +49,7 @@ struct XiEvent {
     /// Made by the server from another event (a wheel's button from its axis).
     bool emulated = false;
     /// Buttons down before this event.
-    std::bitset<32> buttonsBefore;
+    XiButtons buttonsBefore;
     Atom property = None;
     /// The axes that the event reports, with their absolute values.
     std::bitset<axisCount> reported;
