@@ -35,20 +35,41 @@ TEST_F(X11Tap, halfNotchesMakeALineTogether) {
     expectAsked({"down 1 at 300,200", "wheel 0 0 (0.5)", "wheel 1 0 (0.5)", "up 1 at 300,200"});
 }
 
-TEST_F(X11Tap, aTurnWhileThePressIsBeingDecidedCounts) {
+TEST_F(X11Tap, turnsWhileThePressIsBeingDecidedCount) {
     press = Press::take;
-    input("mouse wheel 0 1");
-    input("mouse wheel 0 1");
-    expectSeen({"scroll 1"});
-    whilePressWaits([] { DesktopInput()("mouse wheel 0 1"); });
-    input("mouse press 3");
-    onTap([] {});
-    input("mouse wheel 0 -1");
-    onTap([] {});
-    input("mouse release 3");
-    expectAsked({"down 1 at 300,200", "wheel -1 0 (-1)", "wheel 1 0 (1)", "up 1 at 300,200"});
-    input("mouse wheel 0 1");
-    expectSeen({"scroll 1"});
+    for (const std::string mouse : {"mouse", "mouse2"}) {
+        input(mouse + " wheel 0 1");
+        input(mouse + " moveto 300 200");
+    }
+    seenUntil([](const Lines&) { return true; });
+    const struct {
+        const char* mouse;
+        std::vector<int> turns;
+    } cases[] = {{"mouse", {1}}, {"mouse", {1, 1}}, {"mouse", {1, 1, 1}}, {"mouse", {1, -1, -1}}, {"mouse2", {-1, -1}}};
+    for (const auto& [mouse, turns] : cases) {
+        // Some before the tap has listed the axes, some after it.
+        for (const std::size_t early : {std::size_t(0), turns.size() / 2, turns.size()}) {
+            SCOPED_TRACE(fmt::format("{} {}, {} early", mouse, testing::PrintToString(turns), early));
+            Lines asked = {"down 1 at 300,200"};
+            for (const int turn : turns)
+                asked.push_back(fmt::format("wheel {} 0 ({})", -turn, -turn));
+            asked.push_back("up 1 at 300,200");
+            const auto turnThe = [mouse = std::string(mouse), turns = turns](std::size_t from, std::size_t to) {
+                DesktopInput wheel;
+                for (auto i = from; i < to; ++i)
+                    wheel(fmt::format("{} wheel 0 {}", mouse, turns[i]));
+            };
+            whilePressWaits([=] { turnThe(0, early); });
+            input("mouse press 3");
+            turnThe(early, turns.size());
+            onTap([] {});
+            input("mouse release 3");
+            expectAsked(asked);
+            // None of them is left in the axis.
+            input(fmt::format("{} wheel 0 1", mouse));
+            expectSeen({"scroll 1"});
+        }
+    }
 }
 
 TEST_F(X11Tap, turnsThatPassReachTheApplicationAndTheHoldGoesOn) {
