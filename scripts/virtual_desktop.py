@@ -48,14 +48,14 @@ class VirtualDesktop:
     """The desktop exists between __enter__ and __exit__.
 
     The size is that of the screen, or of several from left to right: "1280x800,1600x1000".
-    After entering: `display` (":7"), `env` (environment for programs), `mouse`, `mouse2` (Pointer), `keyboard`,
+    After entering: `display` (":7"), `wm`, `env` (environment for programs), `mouse`, `mouse2` (Pointer), `keyboard`,
     `outputs` (Outputs), `folder` (logs of every program). With raw_input the driver's sockets are left alone for a program that
     speaks their protocol itself: TARVIK_INPUT_MOUSE, _MOUSE2 and _KEYBOARD name them, and mouse is None."""
 
     def __init__(self, wm="openbox", compositor=False, size="1280x800", layout="us", display=None, raw_input=False):
         if wm not in WINDOW_MANAGERS + (None,):
             raise ValueError(f"unknown window manager {wm!r}; known: {', '.join(WINDOW_MANAGERS)}")
-        self._wm, self._compositor, self._layout, self._raw_input = wm, compositor, layout, raw_input
+        self.wm, self._compositor, self._layout, self._raw_input = wm, compositor, layout, raw_input
         self._sizes = [tuple(map(int, screen.split("x"))) for screen in size.split(",")]
         self._wanted_display = display
         self._processes, self._named = [], {}
@@ -95,10 +95,14 @@ class VirtualDesktop:
 
     def restart_window_manager(self):
         """Ends it and starts a new one."""
-        self._end(self._wm)
+        self._end(self.wm)
         with XDisplay(self.display, self.env["XAUTHORITY"]) as display:
             display.forget_root_property("_NET_SUPPORTING_WM_CHECK")  # what an end may leave behind
         self._start_window_manager()
+
+    def end_bus(self):
+        """Takes the session bus away from everything that runs on it."""
+        self._end("dbus")
 
     def end_server(self):
         """Takes the display away from everything that runs on it."""
@@ -119,7 +123,7 @@ class VirtualDesktop:
             shutil.rmtree(self.folder, ignore_errors=True)
 
     def _check_programs(self):
-        programs = ["Xorg", "xkbcomp", "dbus-daemon"] + [self._wm] * bool(self._wm) + ["picom"] * self._compositor
+        programs = ["Xorg", "xkbcomp", "dbus-daemon"] + [self.wm] * bool(self.wm) + ["picom"] * self._compositor
         programs += ["xrandr"] * (len(self._sizes) > 1)
         missing = [program for program in programs if not shutil.which(program)]
         for module in ("drivers/dummy_drv.so", "input/inputtest_drv.so"):
@@ -182,9 +186,9 @@ class VirtualDesktop:
         self.env["DBUS_SESSION_BUS_ADDRESS"] = self._read_line(reader, "dbus-daemon")
 
     def _start_window_manager(self):
-        if self._wm is None:
+        if self.wm is None:
             return
-        if self._wm == "openbox":
+        if self.wm == "openbox":
             with open(self.path("openbox.xml"), "w", encoding="utf-8") as file:
                 file.write(OPENBOX_RC)
             self._start("openbox", ["openbox", "--sm-disable", "--config-file", self.path("openbox.xml")])
@@ -195,7 +199,7 @@ class VirtualDesktop:
                 file.write(XFWM4_CHANNEL)
             self._start("xfwm4", ["xfwm4", "--compositor=off"])
         self._wait(lambda x: x.root_cardinal("_NET_SUPPORTING_WM_CHECK")
-                   and x.root_cardinal("_NET_NUMBER_OF_DESKTOPS") == DESKTOPS, self._wm)
+                   and x.root_cardinal("_NET_NUMBER_OF_DESKTOPS") == DESKTOPS, self.wm)
 
     def _connect_input(self):
         if self._raw_input:

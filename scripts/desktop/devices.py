@@ -13,11 +13,13 @@ import time
 
 LEFT, MIDDLE, RIGHT, BACK, FORWARD = 1, 2, 3, 8, 9
 NOTCH = 120  # scroll valuator units of one wheel notch
+_MOST_AT_ONCE = 64  # movements, when the machine was busy meanwhile
 
 # Message numbers and layout: xf86-input-inputtest-protocol.h (xserver-xorg-dev).
 _HELLO, _SYNC, _MOTION, _BUTTON, _KEY = 0, 1, 2, 4, 5
 _HEADER = struct.Struct("@II")
 _AXES = struct.Struct("@I8s4x64d64d")  # has_unaccelerated, mask, values, unaccelerated values
+_MOTION_SIZE = _HEADER.size + 8 + _AXES.size
 _EVDEV_TO_X = 8
 
 
@@ -56,6 +58,14 @@ class DriverSocket:
     def motion(self, axes, absolute=False):
         """axes: {axis: value}; 0 and 1 are x and y in pixels, 2 and 3 horizontal and vertical scrolling."""
         self._event(_MOTION, struct.pack("@I4x", absolute) + _axes(axes))
+
+    def motions(self, all_axes):
+        """Relative movements that the server gets in one go."""
+        body = b"".join(_HEADER.pack(_MOTION_SIZE, _MOTION) + struct.pack("@I4x", False) + _axes(axes) for axes in all_axes)
+        with self._lock:
+            self._socket.sendall(body)
+            self._send(_SYNC, b"")
+            self._receive()
 
     def button(self, number, pressed):
         if not 1 <= number <= 32:  # anything else makes the driver deaf
@@ -139,6 +149,19 @@ class Pointer:
 
     def move_to(self, x, y):
         self.device.motion({0: x, 1: y}, absolute=True)
+
+    def move_at(self, rate, steps):
+        """Moves by all the steps, so many a second or as many as the server takes, which is the answer: as a mouse that
+        reports faster than it is read."""
+        start, done = time.monotonic(), 0
+        while done < len(steps):
+            due = min(len(steps), int((time.monotonic() - start) * rate), done + _MOST_AT_ONCE)
+            if due > done:
+                self.device.motions([{0: dx, 1: dy} for dx, dy in steps[done:due]])
+                done = due
+            else:
+                time.sleep(0.0005)
+        return done / (time.monotonic() - start)
 
     def drag_path(self, points, interval=0.0):
         """Moves through the points in turn, `interval` seconds apart."""

@@ -7,10 +7,15 @@ import threading
 import time
 
 from Xlib import X, display
+from Xlib.ext import xinput
 
 from desktop.devices import RIGHT
 from desktop.polling import poll
+from desktop.program import Tarvik
 from desktop.scene import ANSWER, DROPPED, PACE
+from desktop.windows import Desktop
+
+_ALL_MASTERS, _BUTTON_GRAB = 1, 0  # of the X Input Extension
 
 
 class Fault:
@@ -213,3 +218,27 @@ class WindowHangs(Fault):
 
 FAULTS = (Unplugged, Floating, ManagerRestarts, CompositorComesAndGoes, LayoutChanges, ButtonTaken, ScreenLocked, MenuOpen,
           WindowVanishes, WindowHangs)
+
+
+def button_held_at_start(scene):
+    """Tarvik starts all the same, and has the button a second after the other program has given it up."""
+    other = Desktop(scene.desk.env)
+    # The same request for all pointers as Tarvik's own, so that the server refuses one of both.
+    scene.tarvik.end()
+    refused = xinput.passive_grab_device(
+        other.root, _ALL_MASTERS, X.CurrentTime, RIGHT, _BUTTON_GRAB, X.GrabModeAsync, X.GrabModeAsync, False, 1 << 4,
+        [1 << 31])
+    scene.check(not refused.modifiers, "the other program does not get the button")
+    waiting = Tarvik(scene.program, scene.desk.env, scene.desk.path("tarvik-refused"))
+
+    def give_up():
+        scene.check(poll(lambda: waiting.log().count("event tap creation failed") >= 2), "it is not tried again")
+        scene.check(waiting.log().count("no tap: another program holds the button") == 1, "the reason is not logged once")
+        other.close()
+    giving_up = threading.Thread(target=give_up)
+    giving_up.start()
+    with waiting:
+        giving_up.join()
+    scene.start_tarvik()
+    scene.step()
+    return "it has the button as soon as that gives it up"

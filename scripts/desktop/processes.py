@@ -6,13 +6,20 @@ import signal
 import subprocess
 import time
 
-_PR_SET_PDEATHSIG = 1
+_PR_SET_PDEATHSIG, _PR_CAPBSET_DROP = 1, 24
+_CAP_DAC_OVERRIDE, _CAP_DAC_READ_SEARCH = 1, 2
 _libc = ctypes.CDLL(None, use_errno=True)
 
 
 def end_with_parent(signal_number):
     """In a child, before exec: have the kernel send the signal when the parent's thread ends."""
     _libc.prctl(_PR_SET_PDEATHSIG, signal_number, 0, 0, 0)
+
+
+def obey_file_permissions():
+    """In a child, before exec: files that forbid something to their owner forbid it to root, too."""
+    for capability in (_CAP_DAC_OVERRIDE, _CAP_DAC_READ_SEARCH):
+        _libc.prctl(_PR_CAPBSET_DROP, capability, 0, 0, 0)
 
 
 def end_processes_with(variable, own=(), patience=3.0):

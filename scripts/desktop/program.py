@@ -2,13 +2,27 @@
 
 import json
 import os
+import re
 import signal
 import subprocess
 
 from desktop.polling import PATIENCE, poll
-from desktop.processes import end_with_parent
+from desktop.processes import end_with_parent, obey_file_permissions
 
-_STAMP = len("2025-01-31 12:00:00.000 ")
+_LINE = re.compile(r"^\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} (.*)$", re.MULTILINE)
+
+
+def _start_of_a_child():
+    end_with_parent(signal.SIGKILL)
+    obey_file_permissions()
+
+
+def _text(path):
+    try:
+        with open(path, encoding="utf-8", errors="replace") as file:
+            return file.read()
+    except OSError:
+        return ""
 
 
 class ProgramError(AssertionError):
@@ -18,23 +32,24 @@ class ProgramError(AssertionError):
 class Tarvik:
     """with Tarvik("build/release/tarvik", desk.env, folder, {"minStroke": 50}) as tarvik: ...
 
-    Inside the block its tap is armed. The folder keeps its settings, its log and what it printed; `env` is
-    what it was started with.
+    Inside the block its tap is armed. The folder keeps its settings, its log and what it printed (`log_file`, `output`);
+    `env` is what it is started with. It has no more rights over files than a plain user.
     settings: as in the settings file; "mappings": {"UD": "reload", ...} replaces the gesture table."""
 
     def __init__(self, program, env, folder, settings=None):
         self._program, self.folder = os.path.abspath(program), folder
         self.env = dict(env, XDG_CONFIG_HOME=folder, XDG_STATE_HOME=folder)
-        self.log_file = os.path.join(folder, "tarvik", "Tarvik.log")
+        self.log_file, self.output = os.path.join(folder, "tarvik", "Tarvik.log"), os.path.join(folder, "output")
         self._write_settings(settings or {})
         self.process = None
 
     def __enter__(self):
-        with open(os.path.join(self.folder, "output"), "wb") as output:
+        armed = self.log().count("event tap started")
+        with open(self.output, "ab") as output:
             self.process = subprocess.Popen([self._program], env=self.env, stdin=subprocess.DEVNULL, stdout=output,
-                                            stderr=output, preexec_fn=lambda: end_with_parent(signal.SIGKILL))
+                                            stderr=output, preexec_fn=_start_of_a_child)
         try:
-            self.wait_for_log("event tap started")
+            self.wait_for_log("event tap started", armed + 1)
         except BaseException:
             self.end()
             raise
@@ -55,12 +70,8 @@ class Tarvik:
             return None
 
     def log(self):
-        """The messages, without their time stamps."""
-        try:
-            with open(self.log_file, encoding="utf-8") as file:
-                return [line[_STAMP:] for line in file.read().splitlines()]
-        except FileNotFoundError:
-            return []
+        """The messages, without their time stamps; at the end those that could not be written to the file."""
+        return _LINE.findall(_text(self.log_file)) + _LINE.findall(_text(self.output))
 
     def wait_for_log(self, message, times=1):
         found = poll(lambda: self.log().count(message) >= times or self.process.poll() is not None)
@@ -70,6 +81,8 @@ class Tarvik:
 
     def _write_settings(self, settings):
         os.makedirs(self.folder, exist_ok=True)
+        with open(self.output, "wb"):
+            pass
         with open(os.path.join(self.folder, "Tarvik.conf"), "w", encoding="utf-8") as file:
             file.write("[General]\n")
             for name, value in settings.items():

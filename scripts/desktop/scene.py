@@ -32,6 +32,7 @@ class Scene(contextlib.ExitStack):
         self.program = program
         self.clicks = self.gestures = 0
         self.faults = []
+        self.share, self.long = 1, False  # how much a trial is to do
 
     def __enter__(self):
         super().__enter__()
@@ -40,11 +41,24 @@ class Scene(contextlib.ExitStack):
         self.probe = self.enter_context(Probe(self.desk.env, managed=True))
         self.hands = {"mouse": Hand(self.desk.mouse), "mouse2": Hand(self.desk.mouse2)}
         self.front()
-        self.start_tarvik("tarvik")
+        self.start_tarvik()
         return self
 
-    def start_tarvik(self, folder):
-        self.tarvik = self.enter_context(Tarvik(self.program, self.desk.env, self.desk.path(folder), SETTINGS))
+    def start_tarvik(self):
+        self.tarvik = self.enter_context(Tarvik(self.program, self.desk.env, self.desk.path("tarvik"), SETTINGS))
+
+    @contextlib.contextmanager
+    def tarvik_in(self, folder, prepare=lambda tarvik: None):
+        """For the length of the block Tarvik runs in a folder of its own, as `prepare` has left it before the start."""
+        self.check(self.tarvik.end() == 0, "Tarvik does not end cleanly")
+        self.tarvik = Tarvik(self.program, self.desk.env, self.desk.path(folder), SETTINGS)
+        prepare(self.tarvik)
+        try:
+            with self.tarvik:
+                yield self.tarvik
+                self.check(self.tarvik.end() == 0, "Tarvik does not end cleanly")
+        finally:
+            self.start_tarvik()
 
     def front(self):
         """The application is shown and has the focus, whatever was done to it or to the window manager."""

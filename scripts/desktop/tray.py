@@ -22,6 +22,7 @@ class BusServices:
         self._context = GLib.MainContext.default()
         self._loop = GLib.MainLoop(self._context)
         self.connection = dbus.bus.BusConnection(env["DBUS_SESSION_BUS_ADDRESS"], mainloop=DBusGMainLoop())
+        self.connection.set_exit_on_disconnect(False)
         self._names = names
         self._thread = threading.Thread(target=self._loop.run, daemon=True)
 
@@ -92,6 +93,7 @@ class Tray:
 class StatusItem:
     def __init__(self, env, service, path):
         self._bus = dbus.bus.BusConnection(env["DBUS_SESSION_BUS_ADDRESS"])
+        self._bus.set_exit_on_disconnect(False)
         self._service = service
         self._item = self._bus.get_object(service, path, introspect=False)
         self._menu = self._bus.get_object(service, self.property("Menu"), introspect=False)

@@ -6,6 +6,7 @@ import unittest
 from desktop_test import WINDOW_MANAGER, DesktopTest, poll
 from desktop.applications import Browser
 from desktop.probe import Probe
+from desktop.usage import memory
 from virtual_desktop import RIGHT
 
 START = (500, 300)
@@ -101,8 +102,7 @@ class Memory(DesktopTest):
     @staticmethod
     def private(tarvik):
         """Kilobytes that only Tarvik has."""
-        with open(f"/proc/{tarvik.process.pid}/smaps_rollup", encoding="ascii") as file:
-            return next(int(line.split()[1]) for line in file if line.startswith("Private_Dirty:"))
+        return memory(tarvik.process.pid)["Private_Dirty"]
 
 
 class CompositingManagers(DesktopTest):
