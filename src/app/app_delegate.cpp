@@ -27,6 +27,13 @@ void AppDelegate::applicationDidFinishLaunching() {
     }
 }
 
+void AppDelegate::programWasReplaced() {
+    if (prefsWindow_)
+        prefsWindow_->whenClosed(hooks_.makeWay);
+    else
+        hooks_.makeWay();
+}
+
 std::vector<MenuItem> AppDelegate::menuNeedsUpdate() {
     parts_.permissions.refresh();
     return statusMenu({parts_.settings.enabled(), parts_.permissions.trusted(), parts_.updater.configured()},

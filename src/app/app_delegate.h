@@ -43,6 +43,8 @@ public:
         std::function<std::unique_ptr<PreferencesWindow>()> makePreferences;
         /// Ends the program.
         std::function<void()> terminate;
+        /// Ends it as soon as no button is held, for the program that has replaced it.
+        std::function<void()> makeWay;
     };
 
     AppDelegate(const Parts& parts, Hooks hooks) : parts_(parts), hooks_(std::move(hooks)) {}
@@ -52,6 +54,8 @@ public:
     void applicationDidFinishLaunching();
     /// The program was started again while it runs.
     void applicationShouldHandleReopen() { showPreferences(); }
+    /// An update was installed: it takes over at once, or when the preferences are closed.
+    void programWasReplaced();
     /// The menu, made anew each time it opens.
     std::vector<MenuItem> menuNeedsUpdate();
 

@@ -35,13 +35,14 @@ Composition::Composition(Platform& platform, LogSink& log)
                                                    platform_.vocabulary(), platform_.wording(), keyNames_},
                                                   log_);
                  },
-                 [this] { platform_.terminate(); }}) {}
+                 [this] { platform_.terminate(); }, [this] { platform_.makeWay(); }}) {}
 
 int Composition::run() {
     publish();
     settingsSubscription_ = settings_.observe([this](Setting) { publish(); });
     platform_.onLayoutChange([this] { publish(); });
     platform_.onReopen([this] { delegate_.applicationShouldHandleReopen(); });
+    platform_.onReplaced([this] { delegate_.programWasReplaced(); });
     delegate_.applicationDidFinishLaunching();
 
     const int exitCode = platform_.run();

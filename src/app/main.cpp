@@ -8,8 +8,12 @@
 int main(int argc, char** argv) {
     using namespace tarvik;
     Log log(logFile());
-    const auto platform = makePlatform(argc, argv, log);
-    if (const auto* const exitCode = std::get_if<int>(&platform))
+    auto made = makePlatform(argc, argv, log);
+    if (const auto* const exitCode = std::get_if<int>(&made))
         return *exitCode;
-    return Composition(*std::get<std::unique_ptr<Platform>>(platform), log).run();
+    auto& platform = std::get<std::unique_ptr<Platform>>(made);
+    const int exitCode = Composition(*platform, log).run();
+    const auto successor = platform->successor();
+    platform.reset();
+    return successor ? successor() : exitCode;
 }

@@ -73,13 +73,21 @@ public:
 
     /// Called on the main thread when the user starts the program while it runs.
     virtual void onReopen(std::function<void()> handler) = 0;
+    /// Called on the main thread when another program lies where this one was started from, complete and ready to take
+    /// over. Never where the system takes care of that itself.
+    virtual void onReplaced(std::function<void()> /*handler*/) {}
     /// Ends the main loop.
     virtual void terminate() = 0;
+    /// The same as soon as no button is held, so that no click is lost, and with a successor.
+    virtual void makeWay() {}
     /// Runs the main loop until the session, the user or a signal ends it; the process's exit code.
     virtual int run() = 0;
     /// Takes the tap out, so that no event is held, then lets the actions that are under way finish. No handler and no
     /// task runs after it returns.
     virtual void stop() = 0;
+    /// To be called when the platform is gone: the program that takes over in this process, which only returns, with
+    /// the exit code, when it cannot. Empty unless `makeWay` has ended the main loop.
+    virtual std::function<int()> successor() { return {}; }
 };
 
 /// Where the log file is; its folder exists where it could be made.

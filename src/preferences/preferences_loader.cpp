@@ -27,7 +27,7 @@ std::unique_ptr<PreferencesWindow> loadPreferencesWindow(const PreferencesContex
         log.write("the preferences window is not installed (" TARVIK_PREFERENCES_MODULE ")");
         return nullptr;
     }
-    const auto make = reinterpret_cast<PreferencesModuleEntry>(module.resolve(preferencesModuleEntry));
+    const auto make = reinterpret_cast<PreferencesModuleEntry>(module.resolve(TARVIK_PREFERENCES_ENTRY_NAME));
     if (!make) {
         log.write("the preferences window cannot be loaded: " + module.errorString().toStdString());
         return nullptr;

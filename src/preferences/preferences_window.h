@@ -14,6 +14,7 @@
 #include "settings/settings.h"
 #include "support/log.h"
 
+#include <functional>
 #include <memory>
 
 namespace tarvik {
@@ -39,6 +40,8 @@ public:
     virtual ~PreferencesWindow() = default;
     /// On screen, in front of everything, with the keyboard focus. Closing it only hides it.
     virtual void show() = 0;
+    /// Runs the task once: now, or when the window that is on screen is closed. Replaces a task that waits.
+    virtual void whenClosed(std::function<void()> task) = 0;
 };
 
 /// The view toolkit costs memory that an agent whose window is never opened should not pay: the window lives in a

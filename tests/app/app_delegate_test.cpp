@@ -20,11 +20,13 @@ constexpr auto noTap = "Tarvik: could not create event tap (Accessibility permis
 
 class FakeWindow final : public PreferencesWindow {
 public:
-    explicit FakeWindow(int& shown) : shown_(shown) {}
+    FakeWindow(int& shown, std::function<void()>& waiting) : shown_(shown), waiting_(waiting) {}
     void show() override { ++shown_; }
+    void whenClosed(std::function<void()> task) override { waiting_ = std::move(task); }
 
 private:
     int& shown_;
+    std::function<void()>& waiting_;
 };
 
 class AppDelegateTest : public testing::Test {
@@ -60,6 +62,8 @@ protected:
     int windowsMade = 0;
     int shown = 0;
     bool terminated = false;
+    bool madeWay = false;
+    std::function<void()> whenClosed;
 
     Settings settings{store, loginItem, systemLog};
     Permissions permissions{permission};
@@ -72,9 +76,9 @@ protected:
                           [this] { return tapInstalled; },
                           [this]() -> std::unique_ptr<PreferencesWindow> {
                               ++windowsMade;
-                              return std::make_unique<FakeWindow>(shown);
+                              return std::make_unique<FakeWindow>(shown, whenClosed);
                           },
-                          [this] { terminated = true; }}};
+                          [this] { terminated = true; }, [this] { madeWay = true; }}};
 };
 
 TEST_F(AppDelegateTest, launchedWithThePermissionItStartsAtOnce) {
@@ -185,6 +189,20 @@ TEST_F(AppDelegateTest, updatesAndTheEnd) {
     EXPECT_FALSE(terminated);
     statusItem.choose("Quit Tarvik");
     EXPECT_TRUE(terminated);
+}
+
+TEST_F(AppDelegateTest, aReplacedProgramMakesWayUnlessThePreferencesAreOpen) {
+    launch();
+    delegate.programWasReplaced();
+    EXPECT_TRUE(madeWay);
+
+    madeWay = false;
+    delegate.openPreferences();
+    delegate.programWasReplaced();
+    EXPECT_FALSE(madeWay);
+    ASSERT_TRUE(whenClosed);
+    whenClosed();
+    EXPECT_TRUE(madeWay);
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "platform/linux/common/desktop_notice.h"
 #include "platform/linux/common/feed_configuration.h"
 #include "platform/linux/common/feed_update_channel.h"
+#include "platform/linux/common/program_watch.h"
 #include "platform/linux/common/qt_key_monitor.h"
 #include "platform/linux/common/qt_main_queue.h"
 #include "platform/linux/common/single_instance.h"
@@ -37,9 +38,13 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <cerrno>
 #include <optional>
 #include <utility>
 
+#include <string>
+#include <system_error>
+#include <unistd.h>
 namespace tarvik {
 namespace {
 
@@ -81,9 +86,12 @@ public:
     void onReopen(std::function<void()> handler) override { instance_->onReopen(std::move(handler)); }
     void terminate() override { QCoreApplication::quit(); }
     int run() override;
+    void onReplaced(std::function<void()> handler) override { replaced_ = std::move(handler); }
     void stop() override;
+    void makeWay() override;
 
 private:
+    std::function<int()> successor() override;
     LogSink& log_;
     std::unique_ptr<QApplication> application_;
     std::unique_ptr<SingleInstance> instance_;
@@ -113,6 +121,9 @@ private:
     X11EventTap tap_;
 };
 
+    std::function<void()> replaced_;
+    ProgramWatch program_;
+    bool hasSuccessor_ = false;
 constexpr auto displayGone = "the display server has gone; ending";
 
 /// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us
@@ -167,7 +178,13 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::uni
                      if (olderTray_.owned())
                          statusItem_.olderTrayCame();
                  })
-    , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); }) {
+    , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); })
+    , program_(ProgramWatch::places(), log,
+               [this] {
+                   if (replaced_)
+                       replaced_();
+               },
+               ProgramWatch::Pace()) {
     QApplication::setQuitOnLastWindowClosed(false);
     if (auto feed = configuredFeed())
         updates_.emplace(*std::move(feed), defaults_, log,
@@ -193,6 +210,32 @@ void LinuxPlatform::stop() {
 }
 
 } // namespace
+
+void LinuxPlatform::makeWay() {
+    // Meanwhile it may have been removed, or replaced again; then the watch calls again.
+    if (!program_.successorReady())
+        return;
+    log_.write("making way for the new program");
+    tap_.stopAtRest([this] {
+        mainQueue_.post([this] {
+            hasSuccessor_ = true;
+            QCoreApplication::quit();
+        });
+    });
+}
+
+std::function<int()> LinuxPlatform::successor() {
+    if (!hasSuccessor_)
+        return {};
+    // In the same process, for whoever has started it and waits for its end.
+    return [&log = log_, program = program_.program().string()]() mutable {
+        log.flush();
+        char* arguments[] = {program.data(), nullptr};
+        execv(arguments[0], arguments);
+        log.write("the new program cannot be started: " + std::system_category().message(errno));
+        return EXIT_FAILURE;
+    };
+}
 
 std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv, LogSink& log) {
     const auto entries = DesktopEntries::load();

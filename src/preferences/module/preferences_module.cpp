@@ -3,6 +3,6 @@
 #include "preferences/view/quick_window.h"
 
 extern "C" __attribute__((visibility("default"))) tarvik::PreferencesWindow*
-tarvikMakePreferencesWindow(const tarvik::PreferencesContext& context, tarvik::LogSink& log) {
+TARVIK_PREFERENCES_ENTRY(const tarvik::PreferencesContext& context, tarvik::LogSink& log) {
     return tarvik::QuickWindow::make(context, log).release();
 }

@@ -8,6 +8,8 @@
 #include <QQmlError>
 #include <QScreen>
 
+#include <utility>
+
 namespace tarvik {
 namespace {
 
@@ -47,6 +49,7 @@ QuickWindow::QuickWindow(const PreferencesContext& context)
     , texts_(context.wording, context.vocabulary, context.keyNames) {}
 
 QuickWindow::~QuickWindow() {
+    closed_ = {}; // to end is not to be closed
     view_.reset();
     ApplicationIcon::setSource(nullptr);
 }
@@ -72,8 +75,11 @@ bool QuickWindow::load(LogSink& log) {
     offerToViews();
     view_ = std::make_unique<QQuickView>();
     QObject::connect(view_.get(), &QWindow::visibleChanged, view_.get(), [this](bool visible) {
-        if (!visible)
-            capture_.stop();
+        if (visible)
+            return;
+        capture_.stop();
+        if (closed_)
+            std::exchange(closed_, {})();
     });
     view_->engine()->addImportPath(folder);
     view_->setTitle(QStringLiteral("Tarvik Preferences"));
@@ -99,6 +105,13 @@ void QuickWindow::show() {
     view_->raise();
     view_->requestActivate();
     activation_.activate();
+}
+
+void QuickWindow::whenClosed(std::function<void()> task) {
+    if (view_->isVisible())
+        closed_ = std::move(task);
+    else
+        task();
 }
 
 } // namespace tarvik

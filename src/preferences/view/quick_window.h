@@ -16,6 +16,7 @@
 #include <QQmlEngine>
 #include <QQuickView>
 
+#include <functional>
 #include <memory>
 
 namespace tarvik {
@@ -27,6 +28,7 @@ public:
     ~QuickWindow() override;
 
     void show() override;
+    void whenClosed(std::function<void()> task) override;
 
 private:
     explicit QuickWindow(const PreferencesContext& context);
@@ -47,6 +49,7 @@ private:
     UpdaterView updater_;
     LookView look_;
     Texts texts_;
+    std::function<void()> closed_;
     // Before what it binds to.
     std::unique_ptr<QQuickView> view_;
 };

@@ -34,7 +34,8 @@ SingleInstance::Role SingleInstance::claim() {
             log_.write("no name on the session bus: " + reply.error().message().toStdString());
             return Role::first;
         }
-        if (reply.value() == QDBusConnectionInterface::ServiceRegistered)
+        owner_ = reply.value() == QDBusConnectionInterface::ServiceRegistered;
+        if (owner_)
             return Role::first;
         auto call = QDBusMessage::createMethodCall(busName, objectPath, interfaceName, "Activate");
         call.setArguments({QVariantMap()});
@@ -48,6 +49,11 @@ SingleInstance::Role SingleInstance::claim() {
         }
     }
     return Role::first;
+}
+
+SingleInstance::~SingleInstance() {
+    if (owner_)
+        QDBusConnection::sessionBus().unregisterService(busName);
 }
 
 void SingleInstance::Activate(const QVariantMap&) {

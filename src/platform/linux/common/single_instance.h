@@ -27,6 +27,8 @@ public:
     };
 
     explicit SingleInstance(LogSink& log) : log_(log) {}
+    /// Gives the name back, for a successor in this process.
+    ~SingleInstance() override;
 
     /// Needs a QCoreApplication.
     Role claim();
@@ -42,6 +44,7 @@ public slots:
 
 private:
     LogSink& log_;
+    bool owner_ = false;
     std::function<void()> reopen_;
 };
 

@@ -43,12 +43,15 @@ X11EventTap::~X11EventTap() { stop(); }
 bool X11EventTap::start(Handler handler) {
     stop();
     ending_ = false;
+    atRest_ = {};
     std::promise<bool> armed;
     auto answer = armed.get_future();
     thread_ = std::thread([this, handler = std::move(handler), armed = std::move(armed)]() mutable {
         pthread_setname_np(pthread_self(), "tap");
         serve(handler, armed);
         installed_ = false;
+        if (atRest_)
+            std::exchange(atRest_, {})();
     });
     return answer.get();
 }
@@ -59,6 +62,12 @@ void X11EventTap::stop() {
     commands_.post([this] { ending_ = true; });
     thread_.join();
     commands_.drain();
+}
+
+void X11EventTap::stopAtRest(std::function<void()> stopped) {
+    if (!installed_)
+        return stopped();
+    commands_.post([this, stopped = std::move(stopped)] { atRest_ = stopped; });
 }
 
 void X11EventTap::setTriggerButton(TriggerButton button) {
@@ -123,6 +132,8 @@ void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
     while (!ending_ && !x.lost()) {
         filter.process();
         commands_.drain();
+        if (atRest_ && filter.idle())
+            break;
         // A new trigger waits until the old one is up, so that no application sees half a click.
         const bool armed = filter.idle() ? filter.arm(trigger_) : filter.armed();
         if (filter.idle())

@@ -38,6 +38,10 @@ public:
     void afterEvent(std::function<void()> task) override;
     void run(std::function<void()> command) override;
 
+    /// Takes the tap out between two holds, so that neither a click nor a gesture is lost, then calls `stopped`, perhaps
+    /// on the tap's thread. Until then everything is as before. Main thread.
+    void stopAtRest(std::function<void()> stopped);
+
     const Frontmost& frontmost() const { return frontmost_; }
 
 private:
@@ -56,6 +60,8 @@ private:
 
     // On the tap's thread.
     bool ending_ = false;
+    /// Ends as soon as no button is held, and calls it.
+    std::function<void()> atRest_;
     std::string loggedObstacle_;
     TriggerButton trigger_ = TriggerButton::right;
     WheelAxes reversed_;
