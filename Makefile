@@ -1,6 +1,6 @@
-# Two commands for users and developers; CMake does the work. See README.md.
+# What users and developers need; CMake does the work. See README.md.
 
-.PHONY: run check check-all bench clean
+.PHONY: run deb check check-all bench clean
 
 # Only what is missing is installed; with a display, what only tests need is left out.
 DEPENDENCIES_OF_RUN = $(if $(DISPLAY),build,check)
@@ -10,6 +10,11 @@ run:
 	@cmake --preset release $(if $(DISPLAY),-DBUILD_TESTING=OFF) >/dev/null
 	@cmake --build --preset release --target tarvik
 	@if [ -n "$$DISPLAY" ]; then exec build/release/tarvik; else exec scripts/demo build/release/tarvik build/demo; fi
+
+deb:
+	@scripts/install-dependencies package
+	@DEB_BUILD_OPTIONS="nocheck $$DEB_BUILD_OPTIONS" DEB_BUILD_PROFILES=nocheck scripts/package
+	@ls build/package/*.deb
 
 check:
 	@scripts/install-dependencies check

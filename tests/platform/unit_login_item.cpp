@@ -49,6 +49,13 @@ TEST_F(LoginItemTest, theEntryComesAndGoes) {
     EXPECT_FALSE(fs::exists(file));
 }
 
+TEST_F(LoginItemTest, theTemplateForAdministratorsIsWhatItWrites) {
+    EXPECT_EQ(XdgLoginItem(folder / "autostart", TARVIK_INSTALLED_PROGRAM).setEnabled(true), std::nullopt);
+    const auto written = text();
+    file = TARVIK_AUTOSTART_TEMPLATE;
+    EXPECT_EQ(text(), written);
+}
+
 TEST_F(LoginItemTest, aRefusedChangeLeavesEverythingAsItWas) {
     std::ofstream(folder / "autostart") << "a file where the folder is due";
     XdgLoginItem item(folder / "autostart", "/bin/sh");
