@@ -27,6 +27,7 @@ namespace {
 class CountedWindow final : public PreferencesWindow {
 public:
     void show() override { ++toolkit::preferencesShown; }
+    void whenClosed(std::function<void()>) override {}
 };
 
 } // namespace
