@@ -4,6 +4,7 @@
 #include "fakes/recording_log.h"
 #include "model/gesture_table_json.h"
 #include "platform/linux/common/ini_defaults_store.h"
+#include "require.h"
 #include "settings/settings.h"
 
 #include <array>
@@ -13,7 +14,6 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <iostream>
 #include <sstream>
 #include <string>
 #include <unistd.h>
@@ -22,13 +22,7 @@ namespace tarvik {
 namespace {
 
 namespace fs = std::filesystem;
-
-void require(bool condition, const char* what) {
-    if (condition)
-        return;
-    std::cerr << what << '\n';
-    std::abort();
-}
+using fuzz::require;
 
 /// In memory where the system offers that; gone at the end.
 struct Folder {

@@ -18,10 +18,11 @@ ALLOWED = {
     "settings": {"ports", "model", "support"},
     "services": {"ports", "model", "support"},
     "preferences": {"services", "settings", "ports", "model", "support"},
-    "platform/linux": {"platform/linux/common", "platform/linux/x11", "ports", "model", "support"},
+    "platform/linux": {"platform/linux/common", "platform/linux/process", "platform/linux/x11", "ports", "model", "support"},
     # A program of its own.
-    "platform/linux/feed": {"support"},
-    "platform/linux/common": {"ports", "model", "support"},
+    "platform/linux/feed": {"platform/linux/process", "support"},
+    "platform/linux/process": set(),
+    "platform/linux/common": {"platform/linux/process", "ports", "model", "support"},
     # Panels paint with the overlay's geometry, which is the same on every platform.
     "platform/linux/x11": {"platform/linux/common", "overlay", "ports", "model", "support"},
     "platform/macos": {"overlay", "ports", "model", "support"},

@@ -137,7 +137,11 @@ TEST_F(FeedChannel, aProgramThatFailsIsAFailure) {
     };
     answer("newest\\n21\\n1.3\\nhttps://e.org\\n", 1);
     refused();
-    answer("newest\\n21\\n");
+    for (const auto* text : {"newest\\n21\\n", "newest\\n\\n1.3\\n\\n", "failed\\n\\n"}) {
+        answer(text);
+        refused();
+    }
+    answer("newest\\n21\\n1.3\\n\\n%100000d"); // more than anybody reads
     refused();
     answer("");
     refused();
@@ -153,6 +157,9 @@ TEST_F(FeedChannel, whoIsTold) {
     ask(*updates);
     EXPECT_EQ(updates->outcome(), "Tarvik 1.2 is the newest version.");
     EXPECT_EQ(changes, 2);
+    answer("newest\\n21\\n1.3\\nfile:///etc/passwd\\n");
+    ask(*updates);
+    EXPECT_EQ(told.back(), "asked: Tarvik 1.3 is available. ") << "only a page is opened";
     answer("newest\\n3\\n1.1\\n\\n");
     ask(*updates);
     EXPECT_EQ(updates->outcome(), "Tarvik 1.2 is newer than the newest published version, 1.1.");

@@ -23,8 +23,10 @@
 #include "platform/linux/common/paths.h"
 #include "platform/linux/common/standard_error_log.h"
 #include "platform/linux/common/user_guide.h"
+#include "platform/linux/common/user_programs.h"
 #include "platform/linux/common/worker.h"
 #include "platform/linux/common/xdg_login_item.h"
+#include "platform/linux/process/privileges.h"
 #include "platform/linux/x11/x11_actions_platform.h"
 #include "platform/linux/x11/x11_application_list.h"
 #include "platform/linux/x11/x11_event_tap.h"
@@ -238,6 +240,9 @@ std::function<int()> LinuxPlatform::successor() {
 }
 
 std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv, LogSink& log) {
+    // Before the threads, and only where the programs that the user opens are not our children.
+    if (sessionStartsPrograms())
+        giveUpNewPrivileges();
     const auto entries = DesktopEntries::load();
     auto actions = X11ActionsPlatform::open(entries, log, [&log] { endWithTheDisplay(log); });
     if (!actions) {

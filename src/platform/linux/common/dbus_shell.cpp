@@ -1,8 +1,8 @@
 #include "platform/linux/common/dbus_shell.h"
 
 #include "platform/linux/common/session_bus.h"
+#include "platform/linux/common/user_programs.h"
 
-#include <QtCore/QProcess>
 #include <QtCore/QString>
 #include <QtCore/QStringList>
 #include <QtDBus/QDBusVariant>
@@ -52,7 +52,7 @@ Outcome openMenu(SessionBus& bus, const BusObject& object, const char* plugin) {
 }
 
 Outcome start(SessionBus&, const BusObject&, const char* program) {
-    return QProcess::startDetached(QString::fromLatin1(program), {}) ? Outcome::answered : Outcome::refused;
+    return startUserProgram(QString::fromLatin1(program)) ? Outcome::answered : Outcome::refused;
 }
 
 /// One way of doing one action.

@@ -74,7 +74,9 @@ void DesktopAppearance::ask() {
     question << QStringList{appearance, gnomeInterface};
     const auto takeAll = [this](const QDBusMessage& answer) {
         bool news = false;
-        const auto all = answer.arguments().isEmpty() ? Settings() : qdbus_cast<Settings>(answer.arguments().first());
+        // The library reads a value of another type as if it were of this one.
+        const auto all =
+            answer.signature() == "a{sa{sv}}" ? qdbus_cast<Settings>(answer.arguments().first()) : Settings();
         for (auto space = all.begin(); space != all.end(); ++space) {
             for (auto entry = space->begin(); entry != space->end(); ++entry)
                 news |= take(space.key(), entry.key(), entry.value());

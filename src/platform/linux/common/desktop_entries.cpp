@@ -1,5 +1,6 @@
 #include "platform/linux/common/desktop_entries.h"
 
+#include "platform/linux/common/paths.h"
 #include "platform/linux/common/text.h"
 
 #include <algorithm>
@@ -22,28 +23,6 @@ constexpr std::string_view suffix = ".desktop";
 std::string_view environment(const char* name) {
     const char* value = std::getenv(name);
     return value ? value : "";
-}
-
-/// The XDG base directories; relative ones do not count.
-std::vector<fs::path> applicationFolders() {
-    std::vector<fs::path> folders;
-    const auto add = [&folders](const fs::path& data) {
-        if (data.is_absolute())
-            folders.push_back(data / "applications");
-    };
-    if (const auto home = environment("XDG_DATA_HOME"); !home.empty())
-        add(home);
-    else if (const auto user = environment("HOME"); !user.empty())
-        add(fs::path(user) / ".local/share");
-    auto dirs = environment("XDG_DATA_DIRS");
-    if (dirs.empty())
-        dirs = "/usr/local/share:/usr/share";
-    while (!dirs.empty()) {
-        const auto end = dirs.find(':');
-        add(dirs.substr(0, end));
-        dirs.remove_prefix(end == std::string_view::npos ? dirs.size() : end + 1);
-    }
-    return folders;
 }
 
 /// The locale of messages, in the order of precedence that POSIX gives the variables.

@@ -1,10 +1,10 @@
 #include "platform/linux/common/desktop_entry.h"
 
-#include "platform/linux/common/text.h"
+#include "platform/linux/common/desktop_file.h"
+#include "support/printable.h"
 
 #include <algorithm>
 #include <array>
-#include <map>
 #include <utility>
 
 namespace tarvik {
@@ -12,49 +12,6 @@ namespace {
 
 constexpr std::size_t maxText = 256;
 constexpr std::size_t maxCategories = 64;
-
-using Keys = std::map<std::string_view, std::string_view>;
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const auto first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
-
-std::string_view takeLine(std::string_view& text) {
-    const auto end = text.find('\n');
-    const auto line = text.substr(0, end);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-    return trimmed(line);
-}
-
-std::optional<Keys> readGroup(std::string_view text) {
-    if (text.substr(0, 3) == "\xEF\xBB\xBF")
-        text.remove_prefix(3);
-    bool inGroup = false;
-    Keys keys;
-    while (!text.empty()) {
-        const auto line = takeLine(text);
-        if (line.empty() || line.front() == '#')
-            continue;
-        if (line.front() == '[') {
-            if (inGroup)
-                break; // the groups of the application's actions follow
-            inGroup = line == "[Desktop Entry]";
-            continue;
-        }
-        const auto equals = line.find('=');
-        if (inGroup && equals != std::string_view::npos)
-            keys.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
-    }
-    return inGroup ? std::optional(std::move(keys)) : std::nullopt;
-}
-
-std::string_view value(const Keys& keys, std::string_view key) {
-    const auto found = keys.find(key);
-    return found == keys.end() ? std::string_view() : found->second;
-}
 
 std::string unescaped(std::string_view text) {
     std::string result;
@@ -87,14 +44,14 @@ std::array<std::string, 4> localeKeys(std::string_view locale) {
             std::string(language)};
 }
 
-std::string_view localized(const Keys& keys, std::string_view key, std::string_view locale) {
+std::string_view localized(const DesktopFileKeys& keys, std::string_view key, std::string_view locale) {
     if (!locale.empty()) {
         for (const auto& name : localeKeys(locale)) {
-            if (const auto text = value(keys, std::string(key) + "[" + name + "]"); !text.empty())
+            if (const auto text = keys.value(std::string(key) + "[" + name + "]"); !text.empty())
                 return text;
         }
     }
-    return value(keys, key);
+    return keys.value(key);
 }
 
 std::vector<std::string> list(std::string_view text) {
@@ -110,7 +67,7 @@ std::vector<std::string> list(std::string_view text) {
 
 /// The first word of a command line, without quotes.
 std::string takeWord(std::string_view& command) {
-    command = trimmed(command);
+    command.remove_prefix(std::min(command.find_first_not_of(' '), command.size()));
     std::string word;
     bool quoted = false;
     std::size_t used = 0;
@@ -148,20 +105,20 @@ bool DesktopEntry::hasCategory(std::string_view category) const {
 }
 
 std::optional<DesktopEntry> parseDesktopEntry(std::string id, std::string_view text, std::string_view locale) {
-    const auto keys = readGroup(text);
+    const auto keys = DesktopFileKeys::read(text);
     if (!keys)
         return std::nullopt;
     DesktopEntry entry;
-    entry.hidden = value(*keys, "Hidden") == "true";
-    if (!entry.hidden && value(*keys, "Type") != "Application")
+    entry.hidden = keys->value("Hidden") == "true";
+    if (!entry.hidden && keys->value("Type") != "Application")
         return std::nullopt;
     entry.id = std::move(id);
     entry.name = unescaped(localized(*keys, "Name", locale));
-    entry.icon = unescaped(value(*keys, "Icon"));
-    entry.startupWmClass = unescaped(value(*keys, "StartupWMClass"));
-    entry.program = programOf(value(*keys, "Exec"));
-    entry.categories = list(value(*keys, "Categories"));
-    entry.noDisplay = value(*keys, "NoDisplay") == "true";
+    entry.icon = unescaped(keys->value("Icon"));
+    entry.startupWmClass = unescaped(keys->value("StartupWMClass"));
+    entry.program = programOf(keys->value("Exec"));
+    entry.categories = list(keys->value("Categories"));
+    entry.noDisplay = keys->value("NoDisplay") == "true";
     return entry;
 }
 

@@ -1,8 +1,8 @@
 #include "platform/linux/common/desktop_notice.h"
 
 #include "platform/linux/common/session_bus.h"
+#include "platform/linux/common/user_programs.h"
 
-#include <QDesktopServices>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QUrl>
@@ -72,7 +72,7 @@ void DesktopNotice::showWindow(const QString& title, const QString& text) {
 
 void DesktopNotice::openPage() {
     if (!page_.isEmpty())
-        QDesktopServices::openUrl(QUrl(page_, QUrl::StrictMode));
+        openForUser(QUrl(page_, QUrl::StrictMode));
 }
 
 } // namespace tarvik

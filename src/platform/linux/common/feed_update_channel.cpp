@@ -1,8 +1,7 @@
 #include "platform/linux/common/feed_update_channel.h"
 
+#include "platform/linux/common/feed_report.h"
 #include "support/version_order.h"
-
-#include <QStringList>
 
 #include <utility>
 
@@ -33,10 +32,16 @@ FeedUpdateChannel::FeedUpdateChannel(FeedSource source, DefaultsStore& store, Lo
     deadline_.setSingleShot(true);
     connect(&timer_, &QTimer::timeout, this, [this] { checkWhenDue(); });
     connect(&deadline_, &QTimer::timeout, &process_, &QProcess::kill);
-    connect(&process_, &QProcess::finished, this, [this](int exitCode) { finished(exitCode); });
+    connect(&process_, &QProcess::finished, this, [this](int exitCode, QProcess::ExitStatus status) {
+        finished(status == QProcess::NormalExit && exitCode == 0);
+    });
     connect(&process_, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
         if (error == QProcess::FailedToStart)
-            finished(EXIT_FAILURE);
+            finished(false);
+    });
+    connect(&process_, &QProcess::readyReadStandardOutput, this, [this] {
+        if (process_.bytesAvailable() > longestFeedReport)
+            process_.kill();
     });
     process_.setStandardErrorFile(QProcess::nullDevice());
     process_.setStandardInputFile(QProcess::nullDevice());
@@ -90,40 +95,35 @@ void FeedUpdateChannel::start() {
     process_.start(source_.program, {source_.address, source_.certificates});
 }
 
-void FeedUpdateChannel::finished(int exitCode) {
+void FeedUpdateChannel::finished(bool well) {
     deadline_.stop();
-    auto result = QString::fromUtf8(process_.readAllStandardOutput()).split('\n');
-    const bool complete = (result[0] == QLatin1String("newest") && result.size() >= 4) ||
-                          (result[0] == QLatin1String("failed") && result.size() >= 2);
-    if (exitCode != 0 || !complete)
-        result = {"failed", "Updates cannot be looked for."};
-    conclude(result);
+    conclude(readFeedReport(well ? process_.readAllStandardOutput() : QByteArray()));
 }
 
-void FeedUpdateChannel::conclude(const QStringList& result) {
+void FeedUpdateChannel::conclude(const FeedReport& report) {
     const bool asked = std::exchange(asked_, false);
     const auto own = QString::fromStdString(source_.version);
-    if (result[0] == QLatin1String("failed")) {
-        log_.write("update check: " + result[1].toStdString());
-        setOutcome(result[1]);
+    if (!report.failure.isEmpty()) {
+        log_.write("update check: " + report.failure.toStdString());
+        setOutcome(report.failure);
         if (asked)
-            tell_("Tarvik could not look for updates", result[1], {}, true);
+            tell_("Tarvik could not look for updates", report.failure, {}, true);
         return;
     }
     store_.setNumber(
         lastCheckKey,
         static_cast<double>(std::chrono::duration_cast<std::chrono::seconds>(now_().time_since_epoch()).count()));
-    const auto build = result[1].toStdString();
+    const auto build = report.version.toStdString();
     const auto order = compareVersions(build, source_.build);
     if (order > 0) {
-        setOutcome(QStringLiteral("Tarvik %1 is available.").arg(result[2]));
+        setOutcome(QStringLiteral("Tarvik %1 is available.").arg(report.shortVersion));
         if (asked || told_ != build)
-            tell_(outcome_, QStringLiteral("You have %1.").arg(own), result[3], asked);
+            tell_(outcome_, QStringLiteral("You have %1.").arg(own), report.page, asked);
         told_ = build;
     } else {
-        setOutcome(order < 0
-                       ? QStringLiteral("Tarvik %1 is newer than the newest published version, %2.").arg(own, result[2])
-                       : QStringLiteral("Tarvik %1 is the newest version.").arg(own));
+        setOutcome(order < 0 ? QStringLiteral("Tarvik %1 is newer than the newest published version, %2.")
+                                   .arg(own, report.shortVersion)
+                             : QStringLiteral("Tarvik %1 is the newest version.").arg(own));
         if (asked)
             tell_("Tarvik is up to date", outcome_, {}, true);
     }

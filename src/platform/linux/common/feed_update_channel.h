@@ -59,8 +59,9 @@ private:
     void checkWhenDue();
     bool due() const;
     void start();
-    void finished(int exitCode);
-    void conclude(const QStringList& result);
+    /// `well`: the program has ended by itself, and without an error.
+    void finished(bool well);
+    void conclude(const struct FeedReport& report);
     void setOutcome(const QString& sentence);
 
     const FeedSource source_;

@@ -48,6 +48,23 @@ std::filesystem::path preferencesFile() { return configurationFolder() / "Tarvik
 
 std::filesystem::path autostartFolder() { return configurationFolder() / "autostart"; }
 
+std::vector<std::filesystem::path> applicationFolders() {
+    std::vector<std::filesystem::path> folders;
+    const auto add = [&folders](const std::filesystem::path& data) {
+        if (data.is_absolute())
+            folders.push_back(data / "applications");
+    };
+    const auto user = folderFromEnvironment("XDG_DATA_HOME");
+    add(user.empty() ? home() / ".local/share" : user);
+    const char* system = std::getenv("XDG_DATA_DIRS");
+    for (std::string_view rest = system && *system ? system : "/usr/local/share:/usr/share"; !rest.empty();) {
+        const auto end = rest.find(':');
+        add(rest.substr(0, end));
+        rest.remove_prefix(end == std::string_view::npos ? rest.size() : end + 1);
+    }
+    return folders;
+}
+
 std::filesystem::path executable() {
     std::error_code error;
     auto path = std::filesystem::read_symlink("/proc/self/exe", error).string();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <vector>
 
 namespace tarvik {
 
@@ -13,6 +14,10 @@ std::filesystem::path preferencesFile();
 
 /// $XDG_CONFIG_HOME/autostart (~/.config/autostart).
 std::filesystem::path autostartFolder();
+
+/// The "applications" folders of $XDG_DATA_HOME (~/.local/share) and $XDG_DATA_DIRS, the more important ones first.
+/// Relative folders do not count.
+std::vector<std::filesystem::path> applicationFolders();
 
 /// The program's own file, links resolved.
 std::filesystem::path executable();

@@ -1,7 +1,8 @@
 #include "platform/linux/common/user_guide.h"
 
+#include "platform/linux/common/user_programs.h"
+
 #include <QCoreApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QFileInfo>
 #include <QUrl>
@@ -14,7 +15,7 @@ void openUserGuide(LogSink& log) {
         const QFileInfo guide(programs, QString::fromUtf8(folder) + "/using.md");
         if (!guide.isFile())
             continue;
-        if (!QDesktopServices::openUrl(QUrl::fromLocalFile(guide.canonicalFilePath())))
+        if (!openForUser(QUrl::fromLocalFile(guide.canonicalFilePath())))
             log.write("the user's guide cannot be opened: " + guide.canonicalFilePath().toStdString());
         return;
     }

@@ -1,43 +1,14 @@
 #include "platform/linux/common/xdg_login_item.h"
 
+#include "platform/linux/common/desktop_file.h"
 #include "platform/linux/common/text_file.h"
 
 #include <cstdlib>
-#include <map>
 #include <unistd.h>
 #include <utility>
 
 namespace tarvik {
 namespace {
-
-using Keys = std::map<std::string_view, std::string_view>;
-
-std::string_view trimmed(std::string_view text) {
-    const auto begin = text.find_first_not_of(" \t\r");
-    return begin == std::string_view::npos ? "" : text.substr(begin, text.find_last_not_of(" \t\r") - begin + 1);
-}
-
-/// Those of the group [Desktop Entry].
-Keys keysOf(std::string_view entry) {
-    Keys keys;
-    bool ours = false;
-    while (!entry.empty()) {
-        const auto end = entry.find('\n');
-        const auto line = trimmed(entry.substr(0, end));
-        entry.remove_prefix(end == std::string_view::npos ? entry.size() : end + 1);
-        const auto equals = line.find('=');
-        if (line.starts_with('['))
-            ours = line == "[Desktop Entry]";
-        else if (ours && !line.starts_with('#') && equals != std::string_view::npos)
-            keys.emplace(trimmed(line.substr(0, equals)), trimmed(line.substr(equals + 1)));
-    }
-    return keys;
-}
-
-std::string_view value(const Keys& keys, std::string_view key) {
-    const auto found = keys.find(key);
-    return found == keys.end() ? "" : found->second;
-}
 
 /// Whether two lists have a name in common.
 bool meet(std::string_view names, char separator, std::string_view others, char otherSeparator) {
@@ -90,15 +61,15 @@ std::string unescaped(std::string_view text) {
 } // namespace
 
 bool startsWithSession(std::string_view entry, std::string_view desktop) {
-    const auto keys = keysOf(entry);
-    if (value(keys, "Exec").empty() || value(keys, "Hidden") == "true" ||
-        value(keys, "X-GNOME-Autostart-enabled") == "false")
+    const auto keys = DesktopFileKeys::read(entry);
+    if (!keys || keys->value("Exec").empty() || keys->value("Hidden") == "true" ||
+        keys->value("X-GNOME-Autostart-enabled") == "false")
         return false;
-    if (keys.contains("OnlyShowIn") && !meet(value(keys, "OnlyShowIn"), ';', desktop, ':'))
+    if (keys->contains("OnlyShowIn") && !meet(keys->value("OnlyShowIn"), ';', desktop, ':'))
         return false;
-    if (meet(value(keys, "NotShowIn"), ';', desktop, ':'))
+    if (meet(keys->value("NotShowIn"), ';', desktop, ':'))
         return false;
-    const auto program = unescaped(value(keys, "TryExec"));
+    const auto program = unescaped(keys->value("TryExec"));
     return program.empty() || isProgram(program);
 }
 

@@ -4,7 +4,7 @@
 #include <QtCore/QTimer>
 #include <QtCore/QUrl>
 #include <QtNetwork/QNetworkAccessManager>
-#include <QtNetwork/QNetworkProxyFactory>
+#include <QtNetwork/QNetworkProxy>
 #include <QtNetwork/QNetworkReply>
 #include <QtNetwork/QNetworkRequest>
 #include <QtNetwork/QSslCertificate>
@@ -53,11 +53,16 @@ QString failureOf(const QNetworkReply& reply) {
 
 } // namespace
 
+void useSystemProxy(const QUrl& address) {
+    const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
+    if (!proxies.isEmpty())
+        QNetworkProxy::setApplicationProxy(proxies.first());
+}
+
 FeedAnswer fetchFeed(const QString& address, const QString& certificates, const FeedLimits& limits) {
     const QUrl url(address, QUrl::StrictMode);
     if (!url.isValid() || url.scheme() != QLatin1String("https"))
         return {{}, "The address of the updates is not secure."};
-    QNetworkProxyFactory::setUseSystemConfiguration(true);
     QNetworkAccessManager manager;
     const std::unique_ptr<QNetworkReply> reply(manager.get(request(url, certificates, limits)));
 

@@ -15,8 +15,17 @@ void X11Frontmost::watch(const X11Connection& x) {
 }
 
 void X11Frontmost::handle(const XEvent& event) {
-    if (event.type == PropertyNotify && event.xproperty.atom == ewmh_->connection().atoms().activeWindow)
-        read();
+    const auto& x = ewmh_->connection();
+    if (event.type != PropertyNotify || event.xproperty.atom != x.atoms().activeWindow)
+        return;
+    // What is read is the newest state, so this stands for all that wait: a program that changes it without end must
+    // not keep presses waiting. Those that come meanwhile are left, or there would be no end here either.
+    XEvent older;
+    for (int waiting = XQLength(x.display()); waiting > 0; --waiting) {
+        if (!XCheckTypedWindowEvent(x.display(), x.root(), PropertyNotify, &older))
+            break;
+    }
+    read();
 }
 
 void X11Frontmost::read() {

@@ -1,11 +1,12 @@
 #include "platform/linux/x11/x11_property.h"
 
 #include "platform/linux/common/text.h"
+#include "support/printable.h"
 
 #include <X11/Xatom.h>
 
+#include <algorithm>
 #include <memory>
-#include <string_view>
 
 namespace tarvik {
 namespace {
@@ -51,31 +52,30 @@ std::vector<unsigned long> readItems(const X11Connection& x, XWindow window, Ato
     const auto found = read(x, window, property, type, limit * 4);
     if (found.format != 32 || found.type != type)
         return {};
-    // Xlib hands out 32-bit items as longs, whatever the size of a long.
+    // Xlib hands out 32-bit items as longs, whatever the size of a long, and extends their sign.
     const auto* items = reinterpret_cast<const unsigned long*>(found.data.get());
-    return {items, items + found.count};
+    std::vector<unsigned long> result(items, items + found.count);
+    for (auto& item : result)
+        item &= 0xFFFFFFFFUL;
+    return result;
 }
 
 std::optional<unsigned long> readItem(const X11Connection& x, XWindow window, Atom property, Atom type) {
     const auto items = readItems(x, window, property, type, 1);
-    if (items.empty())
-        return std::nullopt;
-    return items.front() & 0xFFFFFFFFUL; // sign-extended by Xlib
+    return items.empty() ? std::nullopt : std::optional(items.front());
 }
 
 std::string readText(const X11Connection& x, XWindow window, Atom property) {
     return printable(bytesOf(x, window, property), maxPropertyText);
 }
 
-WmClass readWmClass(const X11Connection& x, XWindow window) {
-    const auto bytes = bytesOf(x, window, XA_WM_CLASS);
-    const std::string_view both = bytes;
-    const auto end = both.find('\0');
-    if (end == std::string_view::npos)
-        return {printable(both, maxPropertyText), {}};
-    const auto rest = both.substr(end + 1);
-    return {printable(both.substr(0, end), maxPropertyText),
+WmClass wmClassFrom(std::string_view value) {
+    const auto end = std::min(value.find('\0'), value.size());
+    const auto rest = value.substr(std::min(end + 1, value.size()));
+    return {printable(value.substr(0, end), maxPropertyText),
             printable(rest.substr(0, rest.find('\0')), maxPropertyText)};
 }
+
+WmClass readWmClass(const X11Connection& x, XWindow window) { return wmClassFrom(bytesOf(x, window, XA_WM_CLASS)); }
 
 } // namespace tarvik

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tarvik {
@@ -30,6 +31,8 @@ struct WmClass {
     std::string instance;
     std::string className;
 };
+/// From its value: two texts, each ended by a zero, or whatever stands there instead.
+WmClass wmClassFrom(std::string_view value);
 WmClass readWmClass(const X11Connection& x, XWindow window);
 
 } // namespace tarvik

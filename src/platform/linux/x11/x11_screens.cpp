@@ -68,6 +68,12 @@ bool toolkitWasTold() {
     return false;
 }
 
+/// More than any monitor needs; what stands in the resource database or the environment may be anything.
+constexpr double largestScale = 16;
+
+/// Also of what is no number at all.
+double plausible(double scale) { return scale > 1 ? std::min(scale, largestScale) : 1; }
+
 double quarters(double scale) { return std::round(scale * 4) / 4; }
 
 std::vector<Screen> withoutMirrors(const std::vector<Screen>& screens) {
@@ -88,11 +94,11 @@ std::vector<Screen> withoutMirrors(const std::vector<Screen>& screens) {
 
 double x11UnitsPerPoint(const X11ScaleHints& hints) {
     if (hints.toolkitWasTold)
-        return std::max(1.0, hints.toolkitRatio);
+        return plausible(hints.toolkitRatio);
     const double dpi = xftDpi(hints.resources);
     if (const double scale = quarters(dpi > 0 ? dpi / 96 : hints.toolkitRatio); scale > 1)
-        return scale;
-    return std::max(1.0, leadingNumber(hints.gdkScale));
+        return plausible(scale);
+    return plausible(leadingNumber(hints.gdkScale));
 }
 
 X11Screens::X11Screens(X11MainConnection& connection) : connection_(connection), context_(std::make_unique<QObject>()) {

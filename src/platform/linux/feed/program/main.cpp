@@ -3,34 +3,27 @@
 //
 //     tarvik-feed ADDRESS [CERTIFICATES]
 //
-// prints "newest", the version, what people call it, and the address of a page about it, or "failed" and a sentence,
-// each on a line of its own.
-#include "platform/linux/feed/appcast.h"
+// prints a report.
+#include "platform/linux/feed/confinement.h"
 #include "platform/linux/feed/feed_request.h"
+#include "platform/linux/feed/report.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QLibraryInfo>
 #include <QtCore/QStringList>
+#include <QtCore/QUrl>
 
 #include <cstdio>
 
-namespace {
-
-QStringList result(const QStringList& arguments) {
-    using namespace tarvik;
-    const auto answer = fetchFeed(arguments.value(1), arguments.value(2));
-    if (!answer.failure.isEmpty())
-        return {"failed", answer.failure};
-    const auto appcast = parseAppcast(answer.text);
-    if (appcast.malformed)
-        return {"failed", "The list of updates cannot be read."};
-    if (!appcast.newest)
-        return {"failed", "The list of updates has no version for Linux."};
-    return {"newest", appcast.newest->version, appcast.newest->shortVersion, appcast.newest->page};
-}
-
-} // namespace
-
 int main(int argc, char** argv) {
+    using namespace tarvik;
     const QCoreApplication application(argc, argv);
-    std::puts(result(QCoreApplication::arguments()).join('\n').toUtf8().constData());
+    const auto arguments = QCoreApplication::arguments();
+    const auto address = arguments.value(1);
+    const auto certificates = arguments.value(2);
+    // Who knows the way out may read the desktop's settings and start programs.
+    useSystemProxy(QUrl(address));
+    confine({QLibraryInfo::path(QLibraryInfo::PluginsPath).toStdString(),
+             QLibraryInfo::path(QLibraryInfo::LibrariesPath).toStdString(), certificates.toStdString()});
+    std::fputs(reportOn(fetchFeed(address, certificates)).constData(), stdout);
 }
