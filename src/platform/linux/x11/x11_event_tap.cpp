@@ -1,9 +1,8 @@
 #include "platform/linux/x11/x11_event_tap.h"
 
+#include "platform/linux/x11/x11_permission.h"
 #include "platform/linux/x11/x11_pointer_filter.h"
 #include "support/guarded.h"
-
-#include <X11/extensions/XTest.h>
 
 #include <poll.h>
 #include <pthread.h>
@@ -15,22 +14,6 @@ namespace {
 
 /// How long to wait before asking again for a grab that another client holds.
 constexpr int retryMilliseconds = 1000;
-
-/// Why there can be no tap on this server; null when there can be one.
-const char* obstacle(Display* display) {
-    int opcode = 0;
-    int event = 0;
-    int error = 0;
-    int major = 0;
-    int minor = 0;
-    if (XQueryExtension(display, "XWAYLAND", &opcode, &event, &error))
-        return "this X server is part of a Wayland session, whose windows it does not see";
-    if (!xiOpcode(display))
-        return "the X server lacks the X Input Extension 2.2";
-    if (!XTestQueryExtension(display, &event, &error, &major, &minor))
-        return "the X server lacks the XTEST extension";
-    return nullptr;
-}
 
 } // namespace
 
@@ -92,9 +75,9 @@ void X11EventTap::afterEvent(std::function<void()> task) {
 
 void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
     const auto x = X11Connection::open(lost_);
-    const char* reason = x ? obstacle(x->display()) : "the X server does not answer";
-    if (reason) {
-        logObstacle(reason);
+    const std::string missing = x ? missingOn(x->display()) : "a display";
+    if (!missing.empty()) {
+        logObstacle("gestures need " + missing);
         armed.set_value(false);
         return;
     }
