@@ -1,5 +1,7 @@
 #include "support/log.h"
 
+#include "support/printable.h"
+
 #include <cstdio>
 #include <ctime>
 #include <fstream>
@@ -42,7 +44,7 @@ void Log::write(std::string_view message) {
         // The stamp is taken under the lock, so that the order of the stamps is the order of the lines.
         const std::lock_guard lock(mutex_);
         line = logTimeStamp(clock_());
-        line.append(" ").append(message).append("\n");
+        line.append(" ").append(printable(message, longestLogMessage)).append("\n");
         queue_.push_back(std::move(line));
     }
     wake_.notify_one();

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -12,6 +13,9 @@
 #include <thread>
 
 namespace tarvik {
+
+/// Bytes. What others wrote is cut, and stays one line without control characters: nobody but us writes a line.
+inline constexpr std::size_t longestLogMessage = 2000;
 
 /// Where components write their log lines. Callable from any thread; never fails, never blocks on a disk.
 class LogSink {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "support/log.h"
+#include "support/printable.h"
 
 #include <cstdio>
 #include <string>
@@ -10,7 +11,9 @@ namespace tarvik {
 
 class StandardErrorLog final : public LogSink {
 public:
-    void write(std::string_view message) override { std::fputs((std::string(message) + '\n').c_str(), stderr); }
+    void write(std::string_view message) override {
+        std::fputs((printable(message, longestLogMessage) + '\n').c_str(), stderr);
+    }
 };
 
 } // namespace tarvik
