@@ -61,6 +61,15 @@ def files():
     return everything
 
 
+def processes(ending=""):
+    """The programs of the package that run, companions included; those whose file is gone with the ending "(deleted)"."""
+    running = []
+    for name in filter(str.isdigit, os.listdir("/proc")):
+        with contextlib.suppress(OSError):
+            running.append(os.readlink(f"/proc/{name}/exe"))
+    return [program for program in running if os.path.basename(program).startswith("tarvik") and program.endswith(ending)]
+
+
 class Clicks(threading.Thread):
     """Right clicks at a steady cadence, each of which the application gets."""
 
@@ -206,6 +215,7 @@ class Life:
         code = expect("it does not end", self._ended)
         if code != [0] or self._log()[-1] != "ended":
             raise Failed(f"exit code {code}, {self._log()[-1]}")
+        expect("one of its programs still runs", lambda: not processes())
 
     def look_for_leftovers(self):
         """no file is left, the autostart entry does nothing, the settings are kept"""
@@ -259,6 +269,7 @@ class Life:
     def _expect_successor(self):
         self._wait_for_log("event tap started", self._launches + 1)
         self._expect_current()
+        expect("a program of the old version still runs", lambda: not processes("(deleted)"))
 
     def _draw(self):
         self._probe.forget()
