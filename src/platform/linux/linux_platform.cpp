@@ -38,15 +38,15 @@
 #include "platform/linux/x11/x11_trail_panels.h"
 #include "ports/platform.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
-#include <cerrno>
 #include <optional>
-#include <utility>
-
 #include <string>
 #include <system_error>
 #include <unistd.h>
+#include <utility>
+
 namespace tarvik {
 namespace {
 
@@ -86,14 +86,14 @@ public:
     UpdateChannel* updateChannel() override { return updates_ ? &*updates_ : nullptr; }
 
     void onReopen(std::function<void()> handler) override { instance_->onReopen(std::move(handler)); }
-    void terminate() override { QCoreApplication::quit(); }
-    int run() override;
     void onReplaced(std::function<void()> handler) override { replaced_ = std::move(handler); }
-    void stop() override;
+    void terminate() override { QCoreApplication::quit(); }
     void makeWay() override;
+    int run() override;
+    void stop() override;
+    std::function<int()> successor() override;
 
 private:
-    std::function<int()> successor() override;
     LogSink& log_;
     std::unique_ptr<QApplication> application_;
     std::unique_ptr<SingleInstance> instance_;
@@ -121,11 +121,11 @@ private:
     TrayStatusItem statusItem_;
     X11SelectionWatch olderTray_;
     X11EventTap tap_;
-};
-
-    std::function<void()> replaced_;
+    std::function<void()> replaced_ = [] {};
     ProgramWatch program_;
     bool hasSuccessor_ = false;
+};
+
 constexpr auto displayGone = "the display server has gone; ending";
 
 /// The session is over. Nothing is pending: every setting was written when it changed, and what the server held for us
@@ -181,12 +181,8 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::uni
                          statusItem_.olderTrayCame();
                  })
     , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); })
-    , program_(ProgramWatch::places(), log,
-               [this] {
-                   if (replaced_)
-                       replaced_();
-               },
-               ProgramWatch::Pace()) {
+    , program_(
+          ProgramWatch::places(), log, [this] { replaced_(); }, ProgramWatch::Pace()) {
     QApplication::setQuitOnLastWindowClosed(false);
     if (auto feed = configuredFeed())
         updates_.emplace(*std::move(feed), defaults_, log,
@@ -210,8 +206,6 @@ void LinuxPlatform::stop() {
     tap_.stop();
     worker_.reset();
 }
-
-} // namespace
 
 void LinuxPlatform::makeWay() {
     // Meanwhile it may have been removed, or replaced again; then the watch calls again.
@@ -238,6 +232,8 @@ std::function<int()> LinuxPlatform::successor() {
         return EXIT_FAILURE;
     };
 }
+
+} // namespace
 
 std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv, LogSink& log) {
     // Before the threads, and only where the programs that the user opens are not our children.

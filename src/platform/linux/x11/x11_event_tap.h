@@ -38,8 +38,8 @@ public:
     void afterEvent(std::function<void()> task) override;
     void run(std::function<void()> command) override;
 
-    /// Takes the tap out between two holds, so that neither a click nor a gesture is lost, then calls `stopped`, perhaps
-    /// on the tap's thread. Until then everything is as before. Main thread.
+    /// Takes the tap out between two holds, so that neither a click nor a gesture is lost, then calls `stopped`,
+    /// perhaps on the tap's thread. Until then everything is as before. Main thread.
     void stopAtRest(std::function<void()> stopped);
 
     const Frontmost& frontmost() const { return frontmost_; }
