@@ -90,7 +90,7 @@ public:
     virtual std::function<int()> successor() { return {}; }
 };
 
-/// Where the log file is; its folder exists where it could be made.
+/// Where the log file is to be.
 std::filesystem::path logFile();
 
 /// The platform, or the exit code with which the program ends at once: because it cannot run here at all, which the log

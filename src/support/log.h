@@ -4,6 +4,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <filesystem>
 #include <functional>
@@ -28,12 +29,17 @@ public:
 
 /// Appends lines to a file on a thread of its own, in the order of the calls. Each line is the local time at the call
 /// ("2025-01-31 14:03:07.412"), a blank, the message and a line feed. Before a line is appended to a file of more than
-/// `rotationSize` bytes, that file becomes "<name>.old.log" beside it. The file is not held open between lines, and
-/// every file-system failure is ignored: a log must never disturb what it reports on.
+/// `rotationSize` bytes, that file becomes "<name>.old.log" beside it. The file is not held open between lines; it and
+/// its folder are made when they are missing, for the user alone.
+///
+/// A log must never disturb what it reports on. A line that cannot be written goes to standard error, whole, and is not
+/// tried again; the first that can be written after it has a line before it that says how many are missing.
 class Log final : public LogSink {
 public:
     using Clock = std::function<std::chrono::system_clock::time_point()>;
     static constexpr std::uintmax_t rotationSize = 1'000'000;
+    /// Lines that wait while the disk does not answer; more are missing, too.
+    static constexpr std::size_t mostWaiting = 10'000;
 
     explicit Log(std::filesystem::path file, Clock clock = std::chrono::system_clock::now);
     /// Writes what is queued, then ends the writer.
@@ -47,7 +53,9 @@ public:
 
 private:
     void run();
-    void append(const std::string& line) const;
+    bool writeOut(const std::string& line, std::size_t missing) const;
+    bool append(const std::string& text) const;
+    void makeRoom() const;
 
     const std::filesystem::path file_;
     const std::filesystem::path oldFile_;
@@ -56,6 +64,8 @@ private:
     std::condition_variable wake_;
     std::condition_variable idle_;
     std::deque<std::string> queue_;
+    /// Since the last line that is in the file.
+    std::size_t missing_ = 0;
     bool writing_ = false;
     bool ending_ = false;
     std::thread writer_;

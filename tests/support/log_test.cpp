@@ -1,13 +1,17 @@
 #include "support/log.h"
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <gtest/gtest.h>
 #include <iterator>
 #include <regex>
 #include <sstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
 #include <vector>
 
 namespace tarvik {
@@ -88,27 +92,81 @@ TEST_F(LogTest, rotatesAboveAMillionBytesAndKeepsOneOldFile) {
     EXPECT_TRUE(std::regex_match(read(file()), std::regex(R"(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d\.\d{3} b\n)")));
 }
 
-TEST_F(LogTest, writesMessagesAsTheyAre) {
-    {
-        Log log(file());
-        log.write("");
-        log.write("two\nlines");
+TEST_F(LogTest, isWrittenAgainAsSoonAsItCanBe) {
+    const struct {
+        const char* what;
+        std::function<void(const fs::path& file)> put;
+    } obstacles[] = {
+        {"no space", [](const fs::path& file) { fs::create_symlink("/dev/full", file); }},
+        {"a folder", [](const fs::path& file) { fs::create_directory(file); }},
+        {"a pipe", [](const fs::path& file) { mkfifo(file.c_str(), 0600); }},
+        {"a circle of links", [](const fs::path& file) { fs::create_symlink(file, file); }},
+        {"a file for a folder",
+         [](const fs::path& file) {
+             fs::remove_all(file.parent_path());
+             std::ofstream(file.parent_path()) << "mine";
+         }},
+    };
+    for (const auto& [what, put] : obstacles) {
+        SCOPED_TRACE(what);
+        put(file());
+        {
+            Log log(file());
+            testing::internal::CaptureStderr();
+            log.write("first");
+            log.write("second");
+            log.flush();
+            EXPECT_TRUE(std::regex_match(testing::internal::GetCapturedStderr(),
+                                         std::regex("Tarvik: .*/Tarvik.log cannot be written; its lines come here "
+                                                    "instead\n\\S+ \\S+ first\n\\S+ \\S+ second\n")));
+            if (fs::is_directory(folder_))
+                fs::remove_all(file());
+            else
+                fs::remove(folder_); // it is made anew
+            log.write("third");
+            log.write("fourth");
+        }
+        EXPECT_TRUE(std::regex_match(read(file()),
+                                     std::regex(R"((\S+ \S+ )2 lines are missing here\n\1third\n\S+ \S+ fourth\n)")))
+            << read(file());
+        EXPECT_EQ(fs::status(file()).permissions(), fs::perms(0600));
+        EXPECT_EQ(fs::status(folder_).permissions(), fs::perms(0700));
+        fs::remove(file());
     }
-    const auto text = read(file());
-    EXPECT_EQ(text.substr(23), " \n" + text.substr(25, 23) + " two\nlines\n");
 }
 
-TEST_F(LogTest, survivesAFolderThatIsNotThere) {
-    fs::remove_all(folder_);
+TEST_F(LogTest, aMessageIsOneLineWhoeverWroteIt) {
+    { Log(file()).write("window \x1b[2J\r\n2025-01-31 14:03:07.412 ended" + std::string(1'000'000, 'x')); }
+    const auto text = read(file());
+    EXPECT_NE(text.find(" window  [2J  2025-01-31 14:03:07.412 endedxx"), std::string::npos);
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 1);
+    EXPECT_LT(text.size(), 2100U);
+}
+
+TEST_F(LogTest, noHalfLineStaysWhereTheDiskIsFull) {
+    fill(file(), 100);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     {
         Log log(file());
-        log.write("lost");
+        const rlimit full{110, before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &full);
+        testing::internal::CaptureStderr();
+        log.write("too long for ten bytes");
         log.flush();
-        fs::create_directories(folder_);
-        log.write("kept");
+        testing::internal::GetCapturedStderr();
+        setrlimit(RLIMIT_FSIZE, &before);
     }
-    EXPECT_NE(read(file()).find("kept"), std::string::npos);
-    EXPECT_EQ(read(file()).find("lost"), std::string::npos);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_EQ(read(file()), std::string(100, 'x'));
+}
+
+TEST_F(LogTest, anOldFileThatCannotBeReplacedFillsNoDisk) {
+    fill(file(), 1'000'001);
+    fs::create_directories(oldFile() / "in the way");
+    { Log(file()).write("a"); }
+    EXPECT_LT(fs::file_size(file()), 100U);
 }
 
 } // namespace

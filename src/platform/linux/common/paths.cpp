@@ -38,10 +38,7 @@ std::filesystem::path stateFolder() {
     auto base = folderFromEnvironment("XDG_STATE_HOME");
     if (base.empty())
         base = home() / ".local/state";
-    auto folder = base / "tarvik";
-    std::error_code ignored;
-    std::filesystem::create_directories(folder, ignored);
-    return folder;
+    return base / "tarvik";
 }
 
 std::filesystem::path preferencesFile() { return configurationFolder() / "Tarvik.conf"; }

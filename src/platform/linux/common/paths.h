@@ -6,7 +6,7 @@
 
 namespace tarvik {
 
-/// $XDG_STATE_HOME/tarvik (~/.local/state/tarvik), made if it was not there. Needs no toolkit.
+/// $XDG_STATE_HOME/tarvik (~/.local/state/tarvik). Needs no toolkit.
 std::filesystem::path stateFolder();
 
 /// $XDG_CONFIG_HOME/Tarvik.conf (~/.config/Tarvik.conf).

@@ -19,6 +19,16 @@ void onTermination(int) {
     [[maybe_unused]] const auto written = write(pipeEnds[1], &byte, 1);
 }
 
+/// A closed pipe and a limit on the size of files are errors of the write in question, not the end of the process.
+void surviveFailedWrites() {
+    struct sigaction action {};
+    action.sa_handler = [](int) {}; // programs that are started would inherit SIG_IGN
+    action.sa_flags = SA_RESTART;
+    sigemptyset(&action.sa_mask);
+    for (const int signal : {SIGPIPE, SIGXFSZ})
+        sigaction(signal, &action, nullptr);
+}
+
 void setHandler(void (*handler)(int)) {
     struct sigaction action {};
     action.sa_handler = handler;
@@ -31,6 +41,7 @@ void setHandler(void (*handler)(int)) {
 } // namespace
 
 TerminationSignals::TerminationSignals(std::function<void()> onSignal) {
+    surviveFailedWrites();
     // Without a pipe the signals keep their effect: ending without a farewell is better than not ending.
     if (pipe2(pipeEnds, O_CLOEXEC | O_NONBLOCK) != 0)
         return;
