@@ -170,7 +170,7 @@ class Life:
     def show_preferences(self):
         """started again: its preferences show"""
         self._launch("tarvik.desktop")
-        expect(f"no window of the preferences; the log: {self._log()}", self._preferences)
+        expect("no window of the preferences", self._preferences)
 
     def upgrade_with_preferences(self):
         """upgraded with its preferences open: the new version waits until they are closed"""
@@ -289,7 +289,7 @@ class Life:
 
     def _wait_for_log(self, line, times=1):
         if not poll(lambda: self._log().count(line) >= times):
-            raise Failed(f"not {times} x {line!r} after {PATIENCE} s in the log:\n" + "\n".join(self._log()))
+            raise Failed(f"not {times} x {line!r} after {PATIENCE} s in the log, whose end is:\n" + "\n".join(self._log()[-20:]))
 
     @staticmethod
     def _version():
