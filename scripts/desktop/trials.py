@@ -1,5 +1,6 @@
-"""The trials of scripts/trial-faults, in their order. A trial is a function of the scene; it makes about `scene.share` clicks
-and gestures, and returns in a few words what came out. What takes minutes is done in full only when `scene.long` is set."""
+"""The trials of scripts/trial-faults, in their groups and order. A trial is a function of the scene; it makes about
+`scene.share` clicks and gestures, and returns in a few words what came out. What takes minutes is done in full only when
+`scene.long` is set."""
 
 from desktop import file_faults, load, session_faults
 from desktop.faults import FAULTS, button_held_at_start
@@ -21,10 +22,12 @@ def fault_trial(kinds):
 
 STEPS_BETWEEN = 6  # at most, from one fault to the next
 
-TRIALS = (("no fault", fault_trial([type("Nothing", (), {"occur": lambda _, scene: scene.step()})])),
-          ("another program holds the button at the start", button_held_at_start),
-          *((kind.name, fault_trial([kind])) for kind in FAULTS),
-          ("all of these, mixed", fault_trial(FAULTS)),
-          *file_faults.TRIALS,
-          *session_faults.TRIALS,
-          *load.TRIALS)
+GROUPS = {
+    "desktop": (("no fault", fault_trial([type("Nothing", (), {"occur": lambda _, scene: scene.step()})])),
+                ("another program holds the button at the start", button_held_at_start),
+                *((kind.name, fault_trial([kind])) for kind in FAULTS),
+                ("all of these, mixed", fault_trial(FAULTS))),
+    "files": file_faults.TRIALS,
+    "session": session_faults.TRIALS,
+    "load": load.TRIALS,
+}
