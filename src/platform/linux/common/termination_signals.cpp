@@ -55,12 +55,9 @@ TerminationSignals::TerminationSignals(std::function<void()> onSignal) {
 }
 
 TerminationSignals::~TerminationSignals() {
-    if (!notifier_)
-        return;
-    setHandler(SIG_DFL);
-    notifier_.reset();
-    for (auto& end : pipeEnds)
-        close(std::exchange(end, -1));
+    // The pipe stays: on another thread a handler may still be on its way to it.
+    if (notifier_)
+        setHandler(SIG_DFL);
 }
 
 } // namespace tarvik
