@@ -26,7 +26,13 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
         return false;
     const auto pressRequest = NextRequest(display_);
     expected_.emplace_back(XiEventType::press, pressRequest);
+    // The hand may have let go meanwhile. Then both in one go: a process that is killed between two requests would
+    // leave the button down.
+    queue_.pull();
+    const bool alreadyUp = letGo(source, button, releaseRequest, pressRequest);
     devices_.fakeButton(source, button, true);
+    if (alreadyUp)
+        devices_.fakeButton(source, button, false);
     XSync(display_, False);
     queue_.pull();
 
@@ -39,7 +45,7 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     if (resumed)
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
     // Nobody else would ever release the button.
-    if (!resumed || letGo(source, button, releaseRequest, pressRequest))
+    if (!alreadyUp && (!resumed || letGo(source, button, releaseRequest, pressRequest)))
         devices_.fakeButton(source, button, false);
     return resumed;
 }
