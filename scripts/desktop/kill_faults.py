@@ -116,7 +116,8 @@ class _Run:
         if keys:
             return "its keys"
         buttons = [event[0] for event in events if event[:2] in (("press", RIGHT), ("release", RIGHT))]
-        return {(): "nothing", ("press", "release"): "the click", ("release",): "a release alone"}.get(tuple(buttons), buttons)
+        known = {"": "nothing", "press release": "the click", "release": "a release alone"}
+        return known.get(" ".join(buttons), " ".join(buttons))
 
 
 def killed_at_any_moment(scene):
@@ -128,14 +129,14 @@ def killed_at_any_moment(scene):
         if scene.random.random() < _STARTS:
             run.killed_in_the_start()
             run.expect_nothing_left()
-            outcomes["in the start"] += 1
+            outcomes["nothing, killed in its start"] += 1
         else:
             run.killed_in_use()
-            outcomes[f"in {run.kind}: {run.expect_nothing_left()}"] += 1
+            outcomes[run.expect_nothing_left()] += 1
     scene.start_tarvik()
     scene.step()
-    return (f"{runs} kills, nothing stuck, the next click arrives; the application got "
-            + ", ".join(f"{kind} {count}" for kind, count in sorted(outcomes.items())))
+    return (f"{runs} kills, nothing stuck, the next click arrives; of its last hold the application got "
+            + ", ".join(f"{got} ({count})" for got, count in outcomes.most_common()))
 
 
 TRIALS = (("killed at any moment", killed_at_any_moment),)

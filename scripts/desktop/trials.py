@@ -2,7 +2,7 @@
 `scene.share` clicks and gestures, and returns in a few words what came out. What takes minutes is done in full only when
 `scene.long` is set."""
 
-from desktop import file_faults, load, session_faults
+from desktop import file_faults, kill_faults, load, many_clicks, session_faults
 from desktop.faults import FAULTS, button_held_at_start
 
 
@@ -30,4 +30,5 @@ GROUPS = {
     "files": file_faults.TRIALS,
     "session": session_faults.TRIALS,
     "load": load.TRIALS,
+    "tap": (*kill_faults.TRIALS, *many_clicks.TRIALS),
 }
