@@ -1,8 +1,10 @@
 """Waiting for what other programs do: with a deadline, never for a fixed time."""
 
+import os
 import time
 
-PATIENCE = 20.0  # seconds; nothing asked here takes one second on an idle machine
+# Seconds; nothing asked here takes one second on an idle machine. Programs with sanitizers are slower.
+PATIENCE = 20.0 * float(os.environ.get("TARVIK_PATIENCE", "1"))
 
 
 def poll(question, patience=PATIENCE, interval=0.01):
