@@ -27,9 +27,8 @@ check-all:
 bench:
 	@scripts/install-dependencies check
 	@cmake --preset release -DBUILD_TESTING=ON >/dev/null
-	@cmake --build --preset release --target engine_bench trail_bench
-	@build/release/bench/engine_bench
-	@bench/trail-bench build/release/bench/trail_bench
+	@cmake --build --preset release --target benches
+	@scripts/bench
 
 clean:
 	rm -rf build
