@@ -13,7 +13,7 @@ Composition::Composition(Platform& platform, LogSink& log)
                  log)
     , actions_(platform.actionQueue(), performer_)
     , overlay_(platform.screens(), platform.trailPanels())
-    , trail_([this] { platform_.mainQueue().post([this] { trail_.deliver(overlay_); }); })
+    , trail_([this] { platform_.mainQueue().post([this] { paintTrail(); }); })
     , engine_(platform.tap(), trail_, actions_, platform.frontmost(), log)
     , settings_(platform.defaults(), platform.loginItem(), platform.systemLog())
     , keyNames_(platform.vocabulary().keyStyle,
@@ -54,6 +54,14 @@ int Composition::run() {
 void Composition::publish() {
     platform_.tap().run(
         [this, snapshot = settings_.snapshot(platform_.vocabulary(), keyNames_)] { engine_.setPreferences(snapshot); });
+}
+
+void Composition::paintTrail() {
+    const auto pause = platform_.trailPanels().pause();
+    while (trail_.deliver(overlay_)) {
+        if (pause.count() > 0)
+            return platform_.mainQueue().after(pause, [this] { paintTrail(); });
+    }
 }
 
 } // namespace tarvik

@@ -32,6 +32,8 @@ public:
 private:
     /// Hands the settings to the engine, for its next event.
     void publish();
+    /// Paints the newest state of the trail, and again after a pause for as long as it changes.
+    void paintTrail();
 
     Platform& platform_;
     LogSink& log_;

@@ -20,23 +20,26 @@ void TrailMailbox::post(bool visible, PathView points, const std::string& label)
         // By swapping, so that a path whose last owner this was is not freed under the mutex.
         std::swap(newest_.points, points);
         newest_.label = label;
-        if (std::exchange(pending_, true))
+        fresh_ = true;
+        if (std::exchange(due_, true))
             return;
     }
     wake_();
 }
 
-void TrailMailbox::deliver(TrailOverlay& overlay) {
+bool TrailMailbox::deliver(TrailOverlay& overlay) {
     {
         const std::lock_guard lock(mutex_);
-        if (!std::exchange(pending_, false))
-            return;
+        due_ = std::exchange(fresh_, false);
+        if (!due_)
+            return false;
         delivered_ = newest_;
     }
     if (delivered_.visible)
         overlay.update(delivered_.points, delivered_.label);
     else
         overlay.hide();
+    return true;
 }
 
 } // namespace tarvik

@@ -16,14 +16,15 @@ namespace tarvik {
 /// the hiding between two gestures was overtaken.
 class TrailMailbox final : public Trail {
 public:
-    /// `wake` asks the main loop for a `deliver`. Called on the tap's thread, at most once until the next delivery.
+    /// `wake` asks the main loop for a `deliver`. Called on the tap's thread, never while a delivery is due already.
     explicit TrailMailbox(std::function<void()> wake);
 
     void update(const PathView& points, const std::string& label) override;
     void hide() override;
 
-    /// Main thread. Hands over what has arrived since the last delivery.
-    void deliver(TrailOverlay& overlay);
+    /// Main thread. Hands over what has arrived since the last delivery. When something has, another delivery is due as
+    /// soon as the painter has rested: whatever arrives until then waits for it and wakes nobody. False ends that.
+    bool deliver(TrailOverlay& overlay);
 
 private:
     struct State {
@@ -37,7 +38,8 @@ private:
     const std::function<void()> wake_;
     std::mutex mutex_;
     State newest_;
-    bool pending_ = false;
+    bool fresh_ = false; // not yet handed over
+    bool due_ = false;   // somebody will call `deliver`
     /// Main thread only; kept for the capacity of its label.
     State delivered_;
 };

@@ -4,6 +4,7 @@
 #include "ports/screens.h"
 #include "support/path.h"
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -27,6 +28,9 @@ class TrailPanels {
 public:
     virtual ~TrailPanels() = default;
     virtual std::unique_ptr<TrailPanel> make(const Screen& screen) = 0;
+    /// How long nothing is drawn after something was, so that a quick mouse does not have more painted than a screen
+    /// can show. None where the system gathers what is drawn for each frame by itself.
+    virtual std::chrono::milliseconds pause() const { return {}; }
 };
 
 } // namespace tarvik

@@ -30,13 +30,28 @@ TEST_F(TrailMailboxTest, DeliversTheNewestStateOnceAndWakesOnce) {
     for (int i = 0; i < 5; ++i)
         grow();
     EXPECT_EQ(wakes, 1);
-    mailbox.deliver(overlay);
-    mailbox.deliver(overlay);
+    EXPECT_TRUE(mailbox.deliver(overlay));
+    EXPECT_FALSE(mailbox.deliver(overlay));
     ASSERT_EQ(panel().draws.size(), 1u);
     EXPECT_EQ(panel().draws[0].points.count, 5u);
     EXPECT_EQ(panel().draws[0].label, "label 5");
     grow();
     EXPECT_EQ(wakes, 2);
+}
+
+TEST_F(TrailMailboxTest, WakesNobodyWhileThePainterRests) {
+    grow();
+    EXPECT_TRUE(mailbox.deliver(overlay));
+    grow();
+    grow();
+    EXPECT_EQ(wakes, 1);
+    EXPECT_TRUE(mailbox.deliver(overlay));
+    EXPECT_EQ(panel().draws.back().points.count, 3u);
+    mailbox.hide();
+    EXPECT_TRUE(mailbox.deliver(overlay));
+    EXPECT_FALSE(panel().visible);
+    EXPECT_FALSE(mailbox.deliver(overlay));
+    EXPECT_EQ(wakes, 1);
 }
 
 TEST_F(TrailMailboxTest, DrawsNothingThatWasSentBeforeAHide) {
@@ -100,9 +115,11 @@ TEST(TrailMailboxThreads, PainterSeesWholePathsInOrderWhileTheTapWrites) {
     double newestGesture = 0;
     std::size_t newestCount = 0;
     std::size_t seen = 0;
+    bool due = false;
     while (newestGesture < gestures || newestCount < length) {
-        woken.acquire();
-        mailbox.deliver(overlay);
+        if (!due)
+            woken.acquire();
+        due = mailbox.deliver(overlay);
         if (panels.records.empty() || panels.records[0]->draws.size() == seen)
             continue;
         const auto& draw = panels.records[0]->draws.back();

@@ -18,8 +18,13 @@ public:
     X11TrailPanels& operator=(const X11TrailPanels&) = delete;
 
     std::unique_ptr<TrailPanel> make(const Screen& screen) override;
+    std::chrono::milliseconds pause() const override { return framePause; }
 
 private:
+    /// 143 paintings a second: at least as many as most screens show, and a mouse that reports 125 times a second never
+    /// waits. Painting cannot be timed by a screen's own frames, because nobody tells when they begin.
+    static constexpr std::chrono::milliseconds framePause{7};
+
     void visibilityChanged(X11TrailPanel& panel);
     void handle(const xcb_generic_event_t& event);
     void stayOnTop();
