@@ -83,6 +83,11 @@ class Tray:
     def __exit__(self, *_):
         self._services.close()
 
+    @property
+    def count(self):
+        """How many items have registered so far."""
+        return len(self._items)
+
     def item(self, count=1):
         """The item that registered last, once `count` have."""
         if not poll(lambda: len(self._items) >= count):
