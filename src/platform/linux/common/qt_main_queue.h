@@ -4,6 +4,8 @@
 #include "ports/task_queue.h"
 
 #include <QObject>
+#include <deque>
+#include <mutex>
 
 namespace tarvik {
 
@@ -14,7 +16,19 @@ public:
     void after(std::chrono::milliseconds delay, std::function<void()> task) override;
 
 private:
-    QObject context_;
+    /// Runs one task for each event that it gets. The toolkit could carry the task itself, but the thread sanitizer
+    /// does not see into the toolkit's queue, and would take every task for a race.
+    class Runner : public QObject {
+    public:
+        void add(std::function<void()> task);
+
+    private:
+        void customEvent(QEvent* event) override;
+
+        std::mutex mutex_;
+        std::deque<std::function<void()>> tasks_;
+    };
+    Runner runner_;
 };
 
 } // namespace tarvik
