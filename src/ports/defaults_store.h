@@ -1,6 +1,9 @@
 // The per-user store of preferences.
 #pragma once
 
+#include "support/observers.h"
+
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +32,11 @@ public:
     /// For a value that the caller cannot use and is about to replace: keeps it where the user can find it. Never at
     /// the cost of what was kept before. True when it is kept, or there is none; false, logged, when it would be lost.
     virtual bool setAside(std::string_view key) = 0;
+
+    /// Why what was changed is not on the disk, in words for the user; empty when it is.
+    virtual std::string problem() const { return {}; }
+    /// Told when that changes.
+    [[nodiscard]] virtual Subscription observeProblem(std::function<void()>) { return {}; }
 };
 
 } // namespace tarvik

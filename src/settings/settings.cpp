@@ -17,7 +17,10 @@ std::string_view settingKey(Setting setting) {
 }
 
 Settings::Settings(DefaultsStore& store, LoginItem& loginItem, LogSink& systemLog)
-    : store_(store), loginItem_(loginItem), systemLog_(systemLog) {
+    : store_(store)
+    , loginItem_(loginItem)
+    , systemLog_(systemLog)
+    , storage_(store.observeProblem([this] { observers_.notify(Setting::storage); })) {
     load();
     loadMappings();
 }

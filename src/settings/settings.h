@@ -30,9 +30,11 @@ enum class Setting : std::uint8_t {
     mappings,
     /// Not stored here: the truth is the system's.
     launchAtLogin,
+    /// Whether changes reach the disk; not a setting of the user's.
+    storage,
 };
 
-/// The key under which a property is stored; not for `launchAtLogin`.
+/// The key under which a property is stored; not for `launchAtLogin` and `storage`.
 std::string_view settingKey(Setting setting);
 
 /// Main thread. Every setter takes effect in memory, tells the observers, then writes; nothing is pending at exit. What
@@ -44,6 +46,8 @@ public:
     /// unless the user has bound them already.
     /// A login item that cannot be changed is told to `systemLog`.
     Settings(DefaultsStore& store, LoginItem& loginItem, LogSink& systemLog);
+    Settings(const Settings&) = delete;
+    Settings& operator=(const Settings&) = delete;
 
     bool enabled() const { return values_.enabled; }
     TriggerButton triggerButton() const { return values_.triggerButton; }
@@ -74,6 +78,9 @@ public:
         return observers_.add(std::move(observer));
     }
 
+    /// Why changes are not on the disk, in words for the user; empty when they are.
+    std::string storageProblem() const { return store_.problem(); }
+
     /// The current values as the engine takes them, each action with its title.
     std::shared_ptr<const Preferences> snapshot(const Vocabulary& vocabulary, const KeyNames& keyNames) const;
 
@@ -93,6 +100,7 @@ private:
     /// What is stored as the table may be written over.
     bool tableIsOurs_ = false;
     Observers<Setting> observers_;
+    Subscription storage_;
 };
 
 } // namespace tarvik

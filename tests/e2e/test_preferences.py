@@ -147,6 +147,26 @@ class GeneralTab(PreferencesTest):
 
 
 class OtherTabs(PreferencesTest):
+    def test_changes_that_cannot_be_saved(self):
+        """The window says so on every tab until they are saved."""
+        title = "Your changes cannot be saved"
+        window = self.preferences(showTrail=True)
+        folder = self.tarvik_process.folder
+        window.tab("General")
+        window.see_no(title)
+        os.chmod(folder, 0o555)
+        self.addCleanup(os.chmod, folder, 0o755)
+        window.click("Show gesture trail and action name")
+        window.see(title)
+        self.picture("not-saved")
+        window.tab("Gestures")
+        window.see(title)
+        os.chmod(folder, 0o755)
+        window.tab("General")
+        window.click("Reverse vertical scrolling")
+        window.see_no(title)
+        self.expect_stored(window, "showTrail", "false")
+
     def test_excluded_apps(self):
         self.open(GtkEditor, *self.files("one.txt"), place=(10, 30, 480, 700))
         window = self.preferences(excludedApps=["org.example.Gone"])

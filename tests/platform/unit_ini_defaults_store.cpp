@@ -160,6 +160,11 @@ TEST_F(IniStore, whateverStandsInItsPlace) {
             IniDefaultsStore store(file, log);
             auto settings = settingsOver(store);
             EXPECT_EQ(described(settings), defaults);
+            std::vector<std::string> problems;
+            const auto subscription = settings.observe([&](Setting setting) {
+                if (setting == Setting::storage)
+                    problems.push_back(settings.storageProblem());
+            });
             settings.setEnabled(false);
             EXPECT_FALSE(settings.enabled());
             EXPECT_EQ(store.boolean("enabled"), false);
@@ -174,6 +179,7 @@ TEST_F(IniStore, whateverStandsInItsPlace) {
                 fs::remove(file);
                 settings.setShowTrail(false);
                 settings.setShowTrail(true);
+                EXPECT_THAT(problems, testing::ElementsAre(HasSubstr("Tarvik.conf: "), ""));
             }
         }
         if (writable && type != fs::file_type::not_found)

@@ -1,5 +1,6 @@
 import QtQuick
 import QtQuick.Templates as T
+import Tarvik.Model
 import Tarvik.Preferences
 
 // The window's content: a row of tabs and the chosen one's page.
@@ -58,13 +59,22 @@ Rectangle {
         height: 1
         color: Theme.hairline
     }
+    Banner {
+        id: storage
+        x: 16
+        y: bar.y + bar.height + 20
+        width: parent.width - 32
+        visible: Settings.storageProblem !== ""
+        title: qsTr("Your changes cannot be saved")
+        explanation: qsTr("%1. They hold until Tarvik ends; the next change tries again.").arg(Settings.storageProblem)
+    }
     Repeater {
         model: root.tabs
         Loader {
             required property int index
             required property var modelData
             readonly property bool chosen: root.current === index
-            y: bar.y + bar.height + 9
+            y: bar.y + bar.height + 9 + (storage.visible ? storage.height + 11 : 0)
             width: root.width
             height: root.height - y
             visible: chosen

@@ -4,6 +4,7 @@
 #include "settings/settings.h"
 
 #include <QObject>
+#include <QString>
 
 namespace tarvik {
 
@@ -20,6 +21,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(int scrollBinding READ scrollBinding WRITE setScrollBinding NOTIFY changed)
     Q_PROPERTY(bool reverseVertical READ reverseVertical WRITE setReverseVertical NOTIFY changed)
     Q_PROPERTY(bool reverseHorizontal READ reverseHorizontal WRITE setReverseHorizontal NOTIFY changed)
+    Q_PROPERTY(QString storageProblem READ storageProblem NOTIFY changed)
 
 public:
     explicit SettingsView(Settings& settings)
@@ -41,6 +43,7 @@ public:
     void setReverseVertical(bool on) { settings_.setReverseVertical(on); }
     bool reverseHorizontal() const { return settings_.reverseHorizontal(); }
     void setReverseHorizontal(bool on) { settings_.setReverseHorizontal(on); }
+    QString storageProblem() const { return QString::fromStdString(settings_.storageProblem()); }
 
 signals:
     /// Also when a change was refused: a control that the user moved must move back.

@@ -78,8 +78,14 @@ void IniDefaultsStore::setTextList(std::string_view key, const std::vector<std::
 void IniDefaultsStore::write(std::string_view key, IniText::Words words) {
     ini_.set(key, words);
     pending_.insert_or_assign(std::string(key), std::move(words));
-    if (const auto error = save())
-        log_.write("preferences cannot be written: " + file_.string() + ": " + error.message());
+    const auto error = save();
+    auto problem = error ? file_.string() + ": " + error.message() : "";
+    if (error)
+        log_.write("preferences cannot be written: " + problem);
+    if (problem == problem_)
+        return;
+    problem_ = std::move(problem);
+    observers_.notify();
 }
 
 std::error_code IniDefaultsStore::save() {

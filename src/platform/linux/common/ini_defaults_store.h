@@ -9,6 +9,7 @@
 #include <map>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace tarvik {
 
@@ -36,6 +37,9 @@ public:
     /// The copy is of the whole file, beside it: "Tarvik.conf.unreadable", "Tarvik.conf.unreadable.2"...
     bool setAside(std::string_view key) override;
 
+    std::string problem() const override { return problem_; }
+    Subscription observeProblem(std::function<void()> observer) override { return observers_.add(std::move(observer)); }
+
 private:
     void write(std::string_view key, IniText::Words words);
     std::error_code save();
@@ -46,6 +50,8 @@ private:
     IniText ini_;
     /// What is not in the file yet.
     std::map<std::string, IniText::Words, std::less<>> pending_;
+    std::string problem_;
+    Observers<> observers_;
 };
 
 } // namespace tarvik

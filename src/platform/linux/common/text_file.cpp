@@ -105,7 +105,8 @@ FileText readTextFile(const std::filesystem::path& file) {
 
 std::error_code replaceTextFile(const std::filesystem::path& file, std::string_view before, std::string_view text) {
     std::error_code error;
-    std::filesystem::create_directories(file.parent_path(), error);
+    if (std::filesystem::create_directories(file.parent_path(), error))
+        std::filesystem::permissions(file.parent_path(), std::filesystem::perms::owner_all, error);
     return exchange(targetOf(file), before, text);
 }
 

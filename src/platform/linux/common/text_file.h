@@ -23,7 +23,7 @@ FileText readTextFile(const std::filesystem::path& file);
 
 /// Replaces `before`, the text that was read, atomically; when this returns without an error, the new text is on the
 /// disk. A symbolic link stays one, and the file keeps its permissions. Fails with `resource_unavailable_try_again`
-/// when somebody else has changed the file meanwhile. The file's folder is made if there is none.
+/// when somebody else has changed the file meanwhile. The file's folder is made, for the user alone, if there is none.
 std::error_code replaceTextFile(const std::filesystem::path& file, std::string_view before, std::string_view text);
 
 /// Fails with `file_exists` when there is one.
