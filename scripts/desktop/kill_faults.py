@@ -14,7 +14,7 @@ from desktop.program import Tarvik
 from desktop.scene import SETTINGS
 
 _LEFT_SHIFT = 42  # evdev code
-_WHEEL_UP, _WHEEL_DOWN = 4, 5
+_WHEEL_UP = 4
 _LONGEST_START, _LATEST = 0.12, 0.012  # seconds from the beginning of a start, or of a step of the hand, to the kill
 _STARTS = 0.05  # of all kills
 _SHORT, _LONG = 10, 1000  # kills
@@ -131,13 +131,13 @@ def killed_at_any_moment(scene):
         if scene.random.random() < _STARTS:
             run.killed_in_the_start()
             run.expect_nothing_left()
-            outcomes["nothing, killed in its start"] += 1
+            outcomes["nothing, in a start"] += 1
         else:
             run.killed_in_use()
             outcomes[run.expect_nothing_left()] += 1
     scene.start_tarvik()
     scene.step()
-    return (f"{runs} kills, nothing stuck, the next click arrives; of its last hold the application got "
+    return (f"{runs} kills; of what it died in the application got "
             + ", ".join(f"{got} ({count})" for got, count in outcomes.most_common()))
 
 
