@@ -1,5 +1,5 @@
-"""What disks, folders and files do to Tarvik: clicks and gestures go on, settings are never lost or half written, and the log
-goes on as soon as it can."""
+"""What disks, folders and files do to Tarvik: clicks and gestures go on, settings are never lost or half written, and the
+log goes on as soon as it can."""
 
 import os
 import resource
