@@ -31,6 +31,7 @@ public:
     }
     void enable() override { trace.emplace_back("enable"); }
     void post(const PointerEvent& event) override { trace.push_back("post " + text(event)); }
+    void dropHold() override { trace.emplace_back("drop"); }
     void afterEvent(std::function<void()> task) override { afterwards_.push_back(std::move(task)); }
     void run(std::function<void()> command) override { command(); }
     void update(const PathView& points, const std::string& label) override {
@@ -43,7 +44,7 @@ public:
     std::optional<std::string> frontmostApplication() const override { return frontmost; }
     void write(std::string_view message) override { trace.push_back("log " + std::string(message)); }
 
-    std::optional<PointerEvent> send(const PointerEvent& event) { return handler_(event); }
+    Decision send(const PointerEvent& event) { return handler_(event); }
     void afterwards() {
         for (const auto& task : std::exchange(afterwards_, {}))
             task();
@@ -66,9 +67,11 @@ public:
     }
 
     void send(const PointerEvent& event) {
-        decided(recorder_.trace, recorder_.send(event));
+        const auto decision = recorder_.send(event);
+        decided(recorder_.trace, decision.event, decision.wakeAt);
         recorder_.afterwards();
-        decided(trace_, plain_.handle(event));
+        const auto result = plain_.handle(event);
+        decided(trace_, result, plain_.wakeAt());
         for (const auto& line : std::exchange(plain_.afterwards, {}))
             trace_.push_back(line);
         compare();
@@ -87,8 +90,11 @@ public:
     }
 
 private:
-    static void decided(Trace& trace, const std::optional<PointerEvent>& result) {
+    static void decided(Trace& trace, const std::optional<PointerEvent>& result,
+                        const std::optional<std::chrono::nanoseconds>& wakeAt) {
         trace.push_back(result ? "pass " + text(*result) : "swallow");
+        if (wakeAt)
+            trace.push_back("wake at " + std::to_string(wakeAt->count()));
     }
     void listen(int gestures) {
         if (gestures == 0)
@@ -113,7 +119,8 @@ private:
     }
 
     Recorder recorder_;
-    GestureEngine engine_{recorder_, recorder_, recorder_, recorder_, recorder_};
+    GestureEngine engine_{recorder_, recorder_, recorder_,
+                          recorder_, recorder_, [this] { recorder_.trace.emplace_back("switch off"); }};
     Trace trace_;
     PlainEngine plain_{trace_};
 };
@@ -154,6 +161,12 @@ private:
         using enum PointerEventType;
         static constexpr std::string_view signs = "()[]{}";
         static constexpr std::array types = {rightDown, rightUp, otherDown, otherUp, otherDown, otherUp};
+        if (sign == '/' || sign == '|') { // the left one
+            const int held = std::exchange(button_, 0);
+            send(sign == '/' ? leftDown : leftUp);
+            button_ = held;
+            return true;
+        }
         const auto index = signs.find(sign);
         if (index == std::string_view::npos)
             return false;
@@ -249,6 +262,10 @@ private:
         case '!':
             send(PointerEventType::holdLost);
             return true;
+        case '_':
+            time_ += std::chrono::milliseconds(400);
+            send(PointerEventType::timeCame);
+            return true;
         case 'z':
             scale_ = next(scales, scaleIndex_);
             return true;
@@ -284,6 +301,9 @@ private:
             break;
         case 'n':
             preferences_.minStroke = next(minima, minimumIndex_);
+            break;
+        case 'g':
+            preferences_.dragDelay = std::chrono::milliseconds(preferences_.dragDelay.count() == 0 ? 250 : 0);
             break;
         case 'b':
             preferences_.scrollBinding =

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace tarvik::fuzz {
 namespace {
@@ -73,6 +74,10 @@ std::optional<PointerEvent> PlainEngine::handle(PointerEvent event) {
         }
         return std::nullopt;
     }
+    if (event.type == PointerEventType::timeCame) {
+        timeCame(event.time);
+        return std::nullopt;
+    }
     if (event.marker == 0x54415256494B4556)
         return event;
     if (event.type == PointerEventType::scrollWheel)
@@ -85,9 +90,65 @@ std::optional<PointerEvent> PlainEngine::handle(PointerEvent event) {
     case Step::up:
         return held_ ? up(event) : event;
     case Step::other:
+        if (held_)
+            otherButton(event);
         break;
     }
     return event;
+}
+
+std::optional<std::chrono::nanoseconds> PlainEngine::wakeAt() const {
+    return drag_ ? drag_ : switchOff_ ? switchOff_ : wordGoes_;
+}
+
+void PlainEngine::otherButton(const PointerEvent& event) {
+    using enum PointerEventType;
+    const bool press = event.type == leftDown || event.type == rightDown || event.type == otherDown;
+    const bool release = event.type == leftUp || event.type == rightUp || event.type == otherUp;
+    if (press)
+        drag_.reset();
+    if (!(press || release) || event.button > 2)
+        return;
+    others_[event.button] = press;
+    drag_.reset();
+    const int down = others_[0] + others_[1] + others_[2];
+    if (down < 2)
+        switchOff_.reset();
+    else if (press)
+        switchOff_ = event.time + std::chrono::seconds(2);
+}
+
+void PlainEngine::timeCame(std::chrono::nanoseconds now) {
+    const auto isDue = [now](auto& appointment) {
+        const bool due = appointment && *appointment <= now;
+        if (due)
+            appointment.reset();
+        return due;
+    };
+    if (isDue(wordGoes_))
+        trace_.emplace_back("hide");
+    if (isDue(drag_) && recording == 0) {
+        trace_.emplace_back("log held still: the press goes to the application");
+        endHold();
+        auto press = press_;
+        press.marker = 0x54415256494B4556;
+        trace_.push_back("post " + text(press));
+        if (preferences_.showTrail)
+            say("Drag", now + std::chrono::milliseconds(800));
+    }
+    if (isDue(switchOff_)) {
+        trace_.emplace_back("log all three buttons held: gestures switched off");
+        endHold();
+        trace_.emplace_back("drop");
+        trace_.emplace_back("switch off");
+        preferences_.enabled = false;
+        say("Gestures Off", now + std::chrono::seconds(3));
+    }
+}
+
+void PlainEngine::say(const char* word, std::chrono::nanoseconds until) {
+    trace_.push_back(trailText(points_, 1, word));
+    wordGoes_ = until;
 }
 
 PlainEngine::Step PlainEngine::step(const PointerEvent& event) const {
@@ -123,6 +184,9 @@ std::string PlainEngine::label() const {
 
 void PlainEngine::endHold() {
     held_ = false;
+    drag_.reset();
+    switchOff_.reset();
+    wordGoes_.reset();
     trace_.emplace_back("hide");
 }
 
@@ -131,7 +195,15 @@ std::optional<PointerEvent> PlainEngine::down(const PointerEvent& event) {
         endHold();
         return event;
     }
+    if (wordGoes_)
+        trace_.emplace_back("hide");
+    wordGoes_.reset();
+    switchOff_.reset();
+    drag_.reset();
+    if (preferences_.dragDelay.count() != 0 && recording == 0)
+        drag_ = event.time + preferences_.dragDelay;
     held_ = true;
+    std::fill(std::begin(others_), std::end(others_), false);
     wheelUsed_ = false;
     minimum_ = preferences_.minStroke * event.unitsPerPoint;
     press_ = event;
@@ -141,6 +213,9 @@ std::optional<PointerEvent> PlainEngine::down(const PointerEvent& event) {
 
 std::optional<PointerEvent> PlainEngine::drag(const PointerEvent& event) {
     points_.push_back(event.location);
+    if (!(std::hypot(event.location.x - press_.location.x, event.location.y - press_.location.y) <=
+          5 * press_.unitsPerPoint))
+        drag_.reset();
     if (preferences_.showTrail && !wheelUsed_ && !directions().empty())
         trace_.push_back(trailText(points_, points_.size(), label()));
     return std::nullopt;
@@ -172,6 +247,7 @@ std::optional<PointerEvent> PlainEngine::up(const PointerEvent& event) {
 }
 
 std::optional<PointerEvent> PlainEngine::wheelInHold(const PointerEvent& event) {
+    drag_.reset();
     if (preferences_.scrollBinding == ScrollBinding::none || recording > 0)
         return event;
     wheelUsed_ = true;

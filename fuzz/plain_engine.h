@@ -22,6 +22,8 @@ public:
     /// How many more gestures go to the recorder.
     int recording = 0;
     std::optional<std::string> frontmost;
+    /// When it wants to hear that the time has come.
+    std::optional<std::chrono::nanoseconds> wakeAt() const;
     /// What is to be done once the decision has reached the system.
     Trace afterwards;
 
@@ -35,6 +37,9 @@ private:
     std::optional<PointerEvent> down(const PointerEvent& event);
     std::optional<PointerEvent> drag(const PointerEvent& event);
     std::optional<PointerEvent> up(const PointerEvent& event);
+    void otherButton(const PointerEvent& event);
+    void timeCame(std::chrono::nanoseconds now);
+    void say(const char* word, std::chrono::nanoseconds until);
     std::optional<PointerEvent> wheelInHold(const PointerEvent& event);
     PointerEvent wheelOutside(PointerEvent event) const;
 
@@ -47,6 +52,12 @@ private:
     PointerEvent press_;
     std::vector<Point> points_;
     std::optional<std::chrono::nanoseconds> lastStep_;
+    /// Each when it is due, if nothing comes in between.
+    std::optional<std::chrono::nanoseconds> drag_;
+    std::optional<std::chrono::nanoseconds> switchOff_;
+    std::optional<std::chrono::nanoseconds> wordGoes_;
+    /// Of the left, right and middle button.
+    bool others_[3] = {};
 };
 
 } // namespace tarvik::fuzz

@@ -14,7 +14,8 @@ Composition::Composition(Platform& platform, LogSink& log)
     , actions_(platform.actionQueue(), performer_)
     , overlay_(platform.screens(), platform.trailPanels())
     , trail_([this] { platform_.mainQueue().post([this] { paintTrail(); }); })
-    , engine_(platform.tap(), trail_, actions_, platform.frontmost(), log)
+    , engine_(platform.tap(), trail_, actions_, platform.frontmost(), log,
+              [this] { platform_.mainQueue().post([this] { settings_.setEnabled(false); }); })
     , settings_(platform.defaults(), platform.loginItem(), platform.systemLog())
     , keyNames_(platform.vocabulary().keyStyle,
                 [this](std::uint16_t code) { return platform_.layout().character(code); })

@@ -3,6 +3,7 @@
 #include "engine/wheel.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace tarvik {
@@ -11,31 +12,35 @@ namespace {
 /// kCGMouseButtonCenter.
 constexpr std::int64_t middleButton = 2;
 
+/// How far, in points, the pointer may be from the press while the button counts as held still: more than the point or
+/// two by which a resting hand moves a mouse, and less than the eight or ten at which toolkits begin a drag.
+constexpr double stillness = 5;
+
 } // namespace
 
-GestureEngine::GestureEngine(EventTap& tap, Trail& trail, Actions& actions, const Frontmost& frontmost, LogSink& log)
-    : tap_(tap), trail_(trail), actions_(actions), frontmost_(frontmost), log_(log) {}
+GestureEngine::GestureEngine(EventTap& tap, Trail& trail, Actions& actions, const Frontmost& frontmost, LogSink& log,
+                             std::function<void()> onSwitchOff)
+    : tap_(tap)
+    , trail_(trail)
+    , actions_(actions)
+    , frontmost_(frontmost)
+    , log_(log)
+    , onSwitchOff_(std::move(onSwitchOff)) {}
 
 bool GestureEngine::start() {
     if (tap_.installed())
         return true;
-    const bool started = tap_.start([this](PointerEvent event) { return handle(std::move(event)); });
+    const bool started = tap_.start([this](PointerEvent event) {
+        auto decided = handle(std::move(event));
+        return Decision(std::move(decided), wakeAt());
+    });
     log_.write(started ? "event tap started" : "event tap creation failed");
     return started;
 }
 
 std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
-    if (event.type == PointerEventType::tapDisabledByTimeout ||
-        event.type == PointerEventType::tapDisabledByUserInput) {
-        log_.write("event tap disabled by system (" + std::to_string(static_cast<std::uint32_t>(event.type)) +
-                   "); re-enabling");
-        tap_.enable();
-        return event;
-    }
-    if (event.type == PointerEventType::holdLost) {
-        cancel();
-        return std::nullopt;
-    }
+    if (event.type >= PointerEventType::firstNotice)
+        return handleNotice(std::move(event));
     if (event.marker == selfEventMarker)
         return event;
     if (event.type == PointerEventType::scrollWheel) {
@@ -45,8 +50,11 @@ std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
         return event;
     }
     const auto eventPhase = phase(event);
-    if (!eventPhase)
+    if (!eventPhase) {
+        if (tracking_)
+            handleOtherButton(event);
         return event;
+    }
     switch (*eventPhase) {
     case Phase::down:
         return handleDown(std::move(event));
@@ -56,6 +64,22 @@ std::optional<PointerEvent> GestureEngine::handle(PointerEvent event) {
         break;
     }
     return handleUp(std::move(event));
+}
+
+std::optional<PointerEvent> GestureEngine::handleNotice(PointerEvent&& event) {
+    switch (event.type) {
+    case PointerEventType::timeCame:
+        timeCame(event.time);
+        return std::nullopt;
+    case PointerEventType::holdLost:
+        cancel();
+        return std::nullopt;
+    default:
+        log_.write("event tap disabled by system (" + std::to_string(static_cast<std::uint32_t>(event.type)) +
+                   "); re-enabling");
+        tap_.enable();
+        return event;
+    }
 }
 
 void GestureEngine::setPreferences(std::shared_ptr<const Preferences> preferences) {
@@ -106,8 +130,15 @@ std::optional<PointerEvent> GestureEngine::handleDown(PointerEvent&& event) {
 }
 
 void GestureEngine::begin(PointerEvent&& down) {
+    if (appointment_ && appointment_->what == Due::hideCue)
+        trail_.hide();
+    appointment_.reset();
+    // Who records a gesture may take their time to draw it.
+    if (preferences_->dragDelay.count() > 0 && !onRecord_)
+        appointment_ = {Due::handOn, down.time + preferences_->dragDelay};
     tracking_ = true;
     usedScroll_ = false;
+    otherButtons_.reset();
     points_ = std::make_shared<Path>();
     points_->append(down.location);
     recognizer_ = {preferences_->minStroke * down.unitsPerPoint, down.location, {}};
@@ -119,6 +150,10 @@ std::optional<PointerEvent> GestureEngine::handleDrag(PointerEvent&& event) {
         return event;
     points_->append(event.location);
     recognizer_.add(event.location);
+    if (appointment_ &&
+        !(std::hypot(event.location.x - downEvent_->location.x, event.location.y - downEvent_->location.y) <=
+          stillness * downEvent_->unitsPerPoint))
+        noDrag();
     if (preferences_->showTrail && !usedScroll_ && !recognizer_.directions.empty())
         trail_.update({points_, points_->size()}, currentLabel());
     return std::nullopt;
@@ -151,6 +186,7 @@ std::optional<PointerEvent> GestureEngine::handleUp(PointerEvent&& event) {
 }
 
 std::optional<PointerEvent> GestureEngine::handleScroll(PointerEvent&& event) {
+    noDrag();
     const auto binding = preferences_->scrollBinding;
     if (binding == ScrollBinding::none || onRecord_)
         return event;
@@ -178,6 +214,7 @@ void GestureEngine::reset() {
     usedScroll_ = false;
     points_.reset();
     downEvent_.reset();
+    appointment_.reset();
     trail_.hide();
 }
 

@@ -9,6 +9,7 @@
 #include "ports/workspace.h"
 #include "support/log.h"
 
+#include <bitset>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -25,13 +26,21 @@ public:
     /// Gets the directions of one finished gesture.
     using RecordHandler = std::function<void(std::string directions)>;
 
-    GestureEngine(EventTap& tap, Trail& trail, Actions& actions, const Frontmost& frontmost, LogSink& log);
+    /// `onSwitchOff` is told, on the tap's thread, when the user has switched the gestures off with the buttons alone;
+    /// it is to make that the setting. The engine itself takes no press any more until the next preferences.
+    GestureEngine(
+        EventTap& tap, Trail& trail, Actions& actions, const Frontmost& frontmost, LogSink& log,
+        std::function<void()> onSwitchOff = [] {});
 
     /// Installs the tap; true when one is installed, already or newly. A later call tries again.
     bool start();
 
     /// The decision on one event: the event itself, a changed one, or nothing to swallow it.
     std::optional<PointerEvent> handle(PointerEvent event);
+    /// When the engine wants to be told, by a `timeCame` with that time or a later one, that it has come.
+    std::optional<std::chrono::nanoseconds> wakeAt() const {
+        return appointment_ ? std::optional(appointment_->at) : std::nullopt;
+    }
 
     /// Takes effect with the next event.
     void setPreferences(std::shared_ptr<const Preferences> preferences);
@@ -42,14 +51,32 @@ public:
 
 private:
     enum class Phase : std::uint8_t { down, drag, up };
+    /// What is done when its time comes.
+    enum class Due : std::uint8_t { handOn, switchOff, hideCue };
+    struct Appointment {
+        Due what;
+        std::chrono::nanoseconds at;
+    };
 
     std::optional<Phase> phase(const PointerEvent& event) const;
+    std::optional<PointerEvent> handleNotice(PointerEvent&& event);
     std::optional<PointerEvent> handleDown(PointerEvent&& event);
     std::optional<PointerEvent> handleDrag(PointerEvent&& event);
     std::optional<PointerEvent> handleUp(PointerEvent&& event);
     std::optional<PointerEvent> handleScroll(PointerEvent&& event);
 
+    void handleOtherButton(const PointerEvent& event);
+    void timeCame(std::chrono::nanoseconds now);
+
     void begin(PointerEvent&& down);
+    /// The application gets the press after all, and with it what the hand does from now on.
+    void handOn(std::chrono::nanoseconds now);
+    /// The user wants out, whatever state things are in.
+    void switchOff(std::chrono::nanoseconds now);
+    /// This hold is more than a button that is held still.
+    void noDrag();
+    /// Says something where the button went down, for a moment.
+    void showCue(const std::shared_ptr<Path>& path, const char* text, std::chrono::nanoseconds until);
     /// Ends a hold without a result. A recorder goes on waiting.
     void cancel();
     void reset();
@@ -64,6 +91,7 @@ private:
     Actions& actions_;
     const Frontmost& frontmost_;
     LogSink& log_;
+    const std::function<void()> onSwitchOff_;
 
     std::shared_ptr<const Preferences> preferences_ = std::make_shared<const Preferences>();
     RecordHandler onRecord_;
@@ -77,6 +105,9 @@ private:
     StrokeRecognizer recognizer_;
     /// The swallowed press, kept so that it can be given back.
     std::optional<PointerEvent> downEvent_;
+    /// Of the left, right and middle button, those that went down during this hold and are down.
+    std::bitset<3> otherButtons_;
+    std::optional<Appointment> appointment_;
     /// When the wheel last stepped; kept across holds.
     std::optional<std::chrono::nanoseconds> lastScroll_;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstddef>
 
 namespace tarvik {
@@ -19,6 +20,12 @@ std::optional<Enum> fromRawValue(const std::array<std::string_view, n>& names, s
 }
 
 } // namespace
+
+std::chrono::milliseconds dragDelayFrom(double milliseconds) {
+    if (!(milliseconds > 0))
+        return std::chrono::milliseconds(0);
+    return std::chrono::milliseconds(std::lround(std::clamp(milliseconds, 200.0, 1000.0)));
+}
 
 std::string_view rawValue(TriggerButton button) { return triggerButtons[static_cast<std::size_t>(button)]; }
 

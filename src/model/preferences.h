@@ -3,6 +3,7 @@
 
 #include "model/gesture.h"
 
+#include <chrono>
 #include <cstdint>
 #include <map>
 #include <optional>
@@ -29,6 +30,10 @@ struct BoundAction {
     friend bool operator==(const BoundAction&, const BoundAction&) = default;
 };
 
+/// How long the gesture button is held still before its press goes to the application: this number of milliseconds in
+/// the range that is offered, 200 to 1000, or never (zero).
+std::chrono::milliseconds dragDelayFrom(double milliseconds);
+
 /// One snapshot. The member initialisers are the registered defaults.
 struct Preferences {
     bool enabled = true;
@@ -41,6 +46,8 @@ struct Preferences {
     std::vector<std::string> excludedApps;
     bool reverseVertical = false;
     bool reverseHorizontal = false;
+    /// See `dragDelayFrom`.
+    std::chrono::milliseconds dragDelay{0};
     std::map<std::string, BoundAction, std::less<>> mappings;
 };
 

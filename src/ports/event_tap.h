@@ -4,8 +4,10 @@
 #include "model/preferences.h"
 #include "ports/pointer_event.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
+#include <utility>
 
 namespace tarvik {
 
@@ -16,10 +18,23 @@ struct WheelAxes {
     friend bool operator==(const WheelAxes&, const WheelAxes&) = default;
 };
 
+/// What becomes of an event.
+struct Decision {
+    Decision(std::optional<PointerEvent> e, std::optional<std::chrono::nanoseconds> at = {})
+        : event(std::move(e)), wakeAt(at) {}
+
+    /// The event itself, a changed one, or nothing to swallow it.
+    std::optional<PointerEvent> event;
+    /// When the handler wants to be told that the time has come (`timeCame`), in the time of the events. Each decision
+    /// takes the place of the one before.
+    std::optional<std::chrono::nanoseconds> wakeAt;
+};
+
 class EventTap {
 public:
-    /// Decides one event: the event itself, a changed one, or nothing to swallow it. Called on the tap's thread.
-    using Handler = std::function<std::optional<PointerEvent>(PointerEvent)>;
+    /// Decides one event. Called on the tap's thread. Where the tap sees other buttons during a hold, the handler hears
+    /// of them too, and has no say about them.
+    using Handler = std::function<Decision(PointerEvent)>;
 
     virtual ~EventTap() = default;
 
@@ -38,8 +53,11 @@ public:
     virtual void setWheelReversal(WheelAxes /*axes*/) {}
     /// Switches a tap that the system has switched off on again. Tap's thread.
     virtual void enable() = 0;
-    /// Puts an event into the input stream, below the applications; its marker makes the tap pass it. Tap's thread.
+    /// Puts an event into the input stream, below the applications; its marker makes the tap pass it. A press alone,
+    /// posted when the time has come, makes a drag of the hold: what follows is the application's. Tap's thread.
     virtual void post(const PointerEvent& event) = 0;
+    /// Ends the hold at once, as if none of its buttons had been pressed. Tap's thread, from the handler.
+    virtual void dropHold() {}
     /// Runs `task` once the decision on the event at hand has reached the system. Tap's thread, from the handler.
     virtual void afterEvent(std::function<void()> task) = 0;
     /// Runs `command` on the tap's thread, before any later event is decided; the order of commands is kept. Any

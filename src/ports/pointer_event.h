@@ -11,6 +11,8 @@ namespace tarvik {
 
 /// The values are those of the macOS event types (CGEventType), so that log lines read the same everywhere.
 enum class PointerEventType : std::uint32_t {
+    leftDown = 1,
+    leftUp = 2,
     rightDown = 3,
     rightUp = 4,
     rightDragged = 7,
@@ -19,6 +21,9 @@ enum class PointerEventType : std::uint32_t {
     otherUp = 26,
     otherDragged = 27,
     // Notices, not input.
+    /// The time has come for which a decision asked; see Decision.
+    timeCame = 0xFFFFFFFC,
+    firstNotice = timeCame,
     /// The hold is over and its release will not come, or was not the hand's (the mouse was unplugged): what it would
     /// have done is off.
     holdLost = 0xFFFFFFFD,

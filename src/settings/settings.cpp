@@ -9,9 +9,9 @@
 namespace tarvik {
 
 std::string_view settingKey(Setting setting) {
-    static constexpr std::array<std::string_view, 9> keys = {
+    static constexpr std::array<std::string_view, 10> keys = {
         "enabled",      "triggerButton",   "showTrail",         "minStroke", "scrollBinding",
-        "excludedApps", "reverseVertical", "reverseHorizontal", "mappings",
+        "excludedApps", "reverseVertical", "reverseHorizontal", "dragDelay", "mappings",
     };
     return keys[static_cast<std::size_t>(setting)];
 }
@@ -39,6 +39,7 @@ void Settings::load() {
     values_.scrollBinding = scrollBindingFromRawValue(word(Setting::scrollBinding)).value_or(defaults.scrollBinding);
     values_.reverseVertical = flag(Setting::reverseVertical, defaults.reverseVertical);
     values_.reverseHorizontal = flag(Setting::reverseHorizontal, defaults.reverseHorizontal);
+    values_.dragDelay = dragDelayFrom(store_.number(settingKey(Setting::dragDelay)).value_or(0));
     values_.excludedApps = store_.textList(settingKey(Setting::excludedApps)).value_or(defaults.excludedApps);
 }
 
@@ -108,6 +109,12 @@ void Settings::setExcludedApps(std::vector<std::string> ids) {
     values_.excludedApps = std::move(ids);
     observers_.notify(Setting::excludedApps);
     store_.setTextList(settingKey(Setting::excludedApps), values_.excludedApps);
+}
+
+void Settings::setDragDelay(double milliseconds) {
+    values_.dragDelay = dragDelayFrom(milliseconds);
+    observers_.notify(Setting::dragDelay);
+    store_.setNumber(settingKey(Setting::dragDelay), static_cast<double>(values_.dragDelay.count()));
 }
 
 void Settings::setMappings(GestureTable table) {

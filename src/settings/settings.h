@@ -9,6 +9,7 @@
 #include "support/log.h"
 #include "support/observers.h"
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -27,6 +28,7 @@ enum class Setting : std::uint8_t {
     excludedApps,
     reverseVertical,
     reverseHorizontal,
+    dragDelay,
     mappings,
     /// Not stored here: the truth is the system's.
     launchAtLogin,
@@ -57,6 +59,8 @@ public:
     const std::vector<std::string>& excludedApps() const { return values_.excludedApps; }
     bool reverseVertical() const { return values_.reverseVertical; }
     bool reverseHorizontal() const { return values_.reverseHorizontal; }
+    /// Zero for never.
+    std::chrono::milliseconds dragDelay() const { return values_.dragDelay; }
     const GestureTable& mappings() const { return mappings_; }
     /// Asked for each time: others change it too.
     bool launchAtLogin() const { return loginItem_.enabled(); }
@@ -69,6 +73,8 @@ public:
     void setExcludedApps(std::vector<std::string> ids);
     void setReverseVertical(bool on);
     void setReverseHorizontal(bool on);
+    /// Brought into the range that is offered.
+    void setDragDelay(double milliseconds);
     void setMappings(GestureTable table);
     /// The observers are told also when it failed, so that a switch moves back.
     void setLaunchAtLogin(bool on);

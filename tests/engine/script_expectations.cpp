@@ -28,8 +28,11 @@ void ScriptWorld::expect(const Words& words) {
             fail(result_ ? "the event was changed" : "the event was swallowed");
     } else if (what == "wheel") {
         expectWheel(words);
-    } else if (what == "click") {
-        expectClick(words);
+    } else if (what == "click" || what == "press") {
+        expectPosted(words);
+    } else if (what == "switched-off") {
+        if (std::exchange(switchedOff_, 0) != 1 || std::exchange(tap_.holdsDropped, 0) != 1)
+            fail("the gestures were not switched off, or the hold was not dropped");
     } else if (what == "perform") {
         expectPerform(words);
     } else if (what == "trail") {
@@ -94,9 +97,9 @@ void ScriptWorld::expectPerform(const Words& words) {
         fail("performed at " + (start ? text(*start) : "no point"));
 }
 
-void ScriptWorld::expectClick(const Words& words) {
+void ScriptWorld::expectPosted(const Words& words) {
     const auto posted = std::exchange(tap_.posted, {});
-    if (posted.size() != 2)
+    if (posted.size() != (words[1] == "click" ? 2 : 1))
         return fail(std::to_string(posted.size()) + " events were posted");
     const auto types = buttonEvents(at(words, 2));
     const auto where = point(at(words, 3));
@@ -112,17 +115,19 @@ void ScriptWorld::expectClick(const Words& words) {
 
 void ScriptWorld::expectNothingLeft() {
     if (!tap_.posted.empty())
-        fail("a click was given back");
+        fail("a click was given back, or a press handed on");
     if (!actions_.performed.empty())
         fail("performed " + std::string(rawValue(actions_.performed.front().action.kind)));
     if (!recorded_.empty())
         fail("recorded " + recorded_.front());
     if (tap_.enableCalls != 0)
         fail("the tap was enabled");
+    if (switchedOff_ != 0 || tap_.holdsDropped != 0)
+        fail("the gestures were switched off");
     tap_.posted.clear();
     actions_.performed.clear();
     recorded_.clear();
-    tap_.enableCalls = 0;
+    tap_.enableCalls = switchedOff_ = tap_.holdsDropped = 0;
 }
 
 } // namespace tarvik

@@ -51,6 +51,8 @@ ButtonEvents buttonEvents(const std::string& name) {
     using enum PointerEventType;
     if (name == "right")
         return {1, rightDown, rightDragged, rightUp};
+    if (name == "left")
+        return {0, leftDown, otherDragged, leftUp};
     const std::int64_t number = name == "middle" ? 2 : name == "back" ? 3 : 0;
     if (number == 0)
         throw std::invalid_argument("no such button: " + name);
@@ -72,6 +74,8 @@ void applySetting(const std::vector<std::string>& words, Preferences& preference
         preferences.showTrail = flag(value);
     else if (key == "minStroke")
         preferences.minStroke = number(value);
+    else if (key == "dragDelay")
+        preferences.dragDelay = dragDelayFrom(number(value));
     else if (key == "reverseVertical")
         preferences.reverseVertical = flag(value);
     else if (key == "reverseHorizontal")

@@ -3,6 +3,7 @@
 #include "engine/script_words.h"
 #include "model/vocabulary.h"
 
+#include <algorithm>
 #include <sstream>
 #include <stdexcept>
 
@@ -10,7 +11,7 @@ namespace tarvik {
 
 using namespace script;
 
-ScriptWorld::ScriptWorld() : engine_(tap_, trail_, actions_, frontmost_, log_) {
+ScriptWorld::ScriptWorld() : engine_(tap_, trail_, actions_, frontmost_, log_, [this] { ++switchedOff_; }) {
     for (const auto& [gesture, action] : defaultMappings())
         preferences_.mappings[gesture] = {action, std::string(linuxVocabulary()[action.kind].title)};
     if (!engine_.start() || !log_.contains("event tap started"))
@@ -56,10 +57,8 @@ void ScriptWorld::execute(const Words& words) {
         unitsPerPoint_ = number(at(words, 1));
         return;
     }
-    if (verb == "wait") {
-        now_ += std::chrono::nanoseconds(static_cast<std::int64_t>(number(at(words, 1)) * 1e9 + 0.5));
-        return;
-    }
+    if (verb == "wait")
+        return wait(std::chrono::nanoseconds(static_cast<std::int64_t>(number(at(words, 1)) * 1e9 + 0.5)));
     if (verb == "record")
         return engine_.setOnRecord(at(words, 1) == "on"
                                        ? [this](std::string directions) { recorded_.push_back(std::move(directions)); }
@@ -76,6 +75,17 @@ void ScriptWorld::bind(const Words& words) {
 }
 
 void ScriptWorld::publish() { engine_.setPreferences(std::make_shared<const Preferences>(preferences_)); }
+
+void ScriptWorld::wait(std::chrono::nanoseconds duration) {
+    const auto end = now_ + duration;
+    while (tap_.wakeAt && *tap_.wakeAt <= end) {
+        expectNothingLeft();
+        now_ = std::max(now_, *tap_.wakeAt);
+        log_.clear();
+        tap_.send({.type = PointerEventType::timeCame, .time = now_});
+    }
+    now_ = end;
+}
 
 void ScriptWorld::input(const Words& words) {
     expectNothingLeft();

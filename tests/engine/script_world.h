@@ -25,6 +25,7 @@ private:
 
     void execute(const Words& words);
     void bind(const Words& words);
+    void wait(std::chrono::nanoseconds duration);
     void input(const Words& words);
     void pointerInput(const std::string& verb, const Words& words);
     void wheelInput(const Words& words);
@@ -33,7 +34,7 @@ private:
     void expectTrail(const Words& words);
     void expectWheel(const Words& words);
     void expectPerform(const Words& words);
-    void expectClick(const Words& words);
+    void expectPosted(const Words& words);
     void expectNothingLeft();
     void publish();
     void fail(const std::string& message);
@@ -51,6 +52,7 @@ private:
     Point pointer_;
     std::string button_ = "right";
     std::vector<std::string> recorded_;
+    int switchedOff_ = 0;
     std::optional<PointerEvent> sent_;
     std::optional<PointerEvent> result_;
     int line_ = 0;

@@ -14,6 +14,9 @@ public:
     int enableCalls = 0;
     TriggerButton trigger = TriggerButton::right;
     std::vector<PointerEvent> posted;
+    int holdsDropped = 0;
+    /// What the last decision asked for.
+    std::optional<std::chrono::nanoseconds> wakeAt;
 
     bool start(Handler handler) override {
         if (refuseStart)
@@ -26,14 +29,16 @@ public:
     void setTriggerButton(TriggerButton button) override { trigger = button; }
     void enable() override { ++enableCalls; }
     void post(const PointerEvent& event) override { posted.push_back(event); }
+    void dropHold() override { ++holdsDropped; }
     void afterEvent(std::function<void()> task) override { afterEvent_.push_back(std::move(task)); }
     void run(std::function<void()> command) override { command(); }
 
     std::optional<PointerEvent> send(PointerEvent event) {
-        auto result = handler_(std::move(event));
+        auto decision = handler_(std::move(event));
+        wakeAt = decision.wakeAt;
         for (const auto& task : std::exchange(afterEvent_, {}))
             task();
-        return result;
+        return std::move(decision.event);
     }
 
 private:

@@ -208,6 +208,66 @@ TEST_F(EventTapTest, aHandlerThatThrowsLeavesTheEventToTheApplication) {
     EXPECT_THAT(log.lines(), ElementsAre("tap: a task failed: no"));
 }
 
+/// What reaches the applications of a hold whose press is handed on after 0.3 s, and then does `next`.
+class HandedOn : public EventTapTest {
+protected:
+    std::vector<CGEventType> reached(const std::vector<EventData>& next) {
+        seen.clear();
+        std::optional<PointerEvent> kept;
+        const bool started = tap.start([&](const PointerEvent& event) -> Decision {
+            seen.push_back(event);
+            if (event.type == PointerEventType::rightDown && event.marker == 0) {
+                kept = event;
+                return {std::nullopt, event.time + std::chrono::milliseconds(300)};
+            }
+            if (event.type == PointerEventType::timeCame) {
+                kept->marker = selfEventMarker;
+                tap.post(*kept);
+                return {std::nullopt};
+            }
+            return std::optional(event);
+        });
+        EXPECT_TRUE(started);
+        hardware(mouse(kCGEventRightMouseDown, {10, 20}, 1));
+        advance(0.29);
+        EXPECT_EQ(seen.size(), 1U) << "too early";
+        advance(0.02);
+        for (const auto& event : next)
+            hardware(event);
+        advance(5);
+        std::vector<CGEventType> types;
+        for (const auto& event : world().delivered)
+            types.push_back(event.type);
+        tap.stop();
+        return types;
+    }
+    const EventData drag = mouse(kCGEventRightMouseDragged, {40, 20}, 1);
+    const EventData release = mouse(kCGEventRightMouseUp, {40, 20}, 1);
+};
+
+TEST_F(HandedOn, theRestOfTheHoldIsTheApplications) {
+    EXPECT_THAT(reached({drag, release}),
+                ElementsAre(kCGEventRightMouseDown, kCGEventRightMouseDragged, kCGEventRightMouseUp));
+    EXPECT_EQ(world().delivered[0].location.x, 10);
+    EXPECT_EQ(seen[1].time - seen[0].time, std::chrono::milliseconds(300));
+}
+
+TEST_F(HandedOn, whatOvertakesThePressWaitsForIt) {
+    world().postsAreLate = true;
+    EXPECT_THAT(reached({release}), ElementsAre(kCGEventRightMouseDown, kCGEventRightMouseUp));
+    world().delivered.clear();
+    EXPECT_THAT(reached({drag, drag, release}),
+                ElementsAre(kCGEventRightMouseDown, kCGEventRightMouseDragged, kCGEventRightMouseUp));
+}
+
+TEST_F(HandedOn, theLeftButtonIsAskedFor) {
+    world().leftDown = true;
+    reached({release});
+    ASSERT_GT(seen.size(), 2U);
+    EXPECT_EQ(seen[1].type, PointerEventType::leftDown);
+    EXPECT_EQ(seen[2].type, PointerEventType::timeCame);
+}
+
 TEST_F(EventTapTest, afterTheStopNothingIsHeld) {
     ASSERT_TRUE(start());
     tap.stop();

@@ -56,7 +56,8 @@ std::vector<std::string> ScriptMac::run(const std::string& script) {
 }
 
 bool ScriptMac::knows(const std::string& script) {
-    return script.find("\nscale ") == std::string::npos && script.find("\nlose") == std::string::npos;
+    const auto has = [&](const char* step) { return script.find(step) != std::string::npos; };
+    return !has("\nscale ") && !has("\nlose") && !has("\nexpect switched-off");
 }
 
 void ScriptMac::execute(const Words& words) {
@@ -155,8 +156,8 @@ void ScriptMac::expect(const Words& words) {
             fail("the event reached the application");
     } else if (what == "pass" || what == "wheel") {
         expectPassed(words);
-    } else if (what == "click") {
-        expectClick(words);
+    } else if (what == "click" || what == "press") {
+        expectPosted(words);
     } else if (what == "perform") {
         expectPerform(words);
     } else if (what == "trail") {
@@ -197,18 +198,18 @@ void ScriptMac::expectPassed(const Words& words) {
         fail("the wheel event arrived with other deltas");
 }
 
-void ScriptMac::expectClick(const Words& words) {
-    const auto click = std::exchange(sim::world().delivered, {});
-    if (click.size() != 2)
-        return fail(std::to_string(click.size()) + " events reached the application");
+void ScriptMac::expectPosted(const Words& words) {
+    const auto posted = std::exchange(sim::world().delivered, {});
+    if (posted.size() != (words[1] == "click" ? 2 : 1))
+        return fail(std::to_string(posted.size()) + " events reached the application");
     const auto types = buttonEvents(at(words, 2));
     const auto where = point(at(words, 3));
-    for (std::size_t i = 0; i < click.size(); ++i) {
-        const auto& event = click[i];
+    for (std::size_t i = 0; i < posted.size(); ++i) {
+        const auto& event = posted[i];
         if (event.type != static_cast<CGEventType>(i == 0 ? types.down : types.up) || event.location.x != where.x ||
             event.location.y != where.y || event.integer(kCGMouseEventButtonNumber) != types.number ||
             event.integer(kCGMouseEventClickState) != 1)
-            fail("not the click");
+            fail("not the click, or not the press");
     }
 }
 

@@ -22,7 +22,8 @@ public:
     ScriptMac();
     std::vector<std::string> run(const std::string& script);
 
-    /// Whether the script needs what no Mac has: screens whose units are not points, a hold lost to another program.
+    /// Whether the script needs what no Mac has: screens whose units are not points, a hold lost to another program,
+    /// the left button among the others.
     static bool knows(const std::string& script);
 
 private:
@@ -45,7 +46,7 @@ private:
     sim::EventData wheel(const Words& words) const;
     void expect(const Words& words);
     void expectPassed(const Words& words);
-    void expectClick(const Words& words);
+    void expectPosted(const Words& words);
     void expectPerform(const Words& words);
     void expectTrail(const Words& words);
     void expectNothingLeft();

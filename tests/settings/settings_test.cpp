@@ -26,6 +26,7 @@ TEST(Settings, aFirstStartHasTheDefaultsAndWritesNothing) {
     EXPECT_TRUE(settings.excludedApps().empty());
     EXPECT_FALSE(settings.reverseVertical());
     EXPECT_FALSE(settings.reverseHorizontal());
+    EXPECT_EQ(settings.dragDelay().count(), 0);
     EXPECT_EQ(settings.mappings().size(), 16U);
     EXPECT_EQ(settings.mappings().at("LD").kind, ActionKind::exitFullScreen);
     EXPECT_EQ(settings.mappings().at("RL").kind, ActionKind::previousApp);
@@ -58,29 +59,37 @@ TEST(Settings, everyChangeIsToldAndWrittenAtOnce) {
     settings.setExcludedApps({"org.example.Editor"});
     settings.setReverseVertical(true);
     settings.setReverseHorizontal(true);
+    settings.setDragDelay(350);
     settings.setMappings({{"U", {ActionKind::quitApp, {}}}});
-    ASSERT_EQ(told.size(), 9U);
+    ASSERT_EQ(told.size(), 10U);
     for (std::size_t i = 0; i < told.size(); ++i)
         EXPECT_EQ(told[i], static_cast<Setting>(i));
     const std::map<std::string, FakeDefaultsStore::Value, std::less<>> expected = {
-        {"enabled", false},
-        {"triggerButton", "middle"},
-        {"showTrail", false},
-        {"minStroke", 12.5},
-        {"scrollBinding", "windows"},
-        {"excludedApps", std::vector<std::string>{"org.example.Editor"}},
-        {"reverseVertical", true},
-        {"reverseHorizontal", true},
-        {"mappings", Data{R"({"U":{"kind":"quitApp"}})"}},
+        {"enabled", false},           {"triggerButton", "middle"},
+        {"showTrail", false},         {"minStroke", 12.5},
+        {"scrollBinding", "windows"}, {"excludedApps", std::vector<std::string>{"org.example.Editor"}},
+        {"reverseVertical", true},    {"reverseHorizontal", true},
+        {"dragDelay", 350.0},         {"mappings", Data{R"({"U":{"kind":"quitApp"}})"}},
     };
     EXPECT_EQ(store.values, expected);
     subscription.reset();
     settings.setEnabled(true);
-    EXPECT_EQ(told.size(), 9U);
+    EXPECT_EQ(told.size(), 10U);
     const auto again = settingsOver(store);
     EXPECT_EQ(again.minStroke(), 12.5);
+    EXPECT_EQ(again.dragDelay().count(), 350);
     EXPECT_TRUE(again.reverseHorizontal());
     EXPECT_EQ(again.excludedApps(), std::vector<std::string>{"org.example.Editor"});
+}
+
+TEST(Settings, theDelayOfADragIsKeptInItsRange) {
+    for (const auto& [stored, taken] :
+         std::map<double, int>{{-300, 0}, {0, 0}, {0.4, 200}, {199, 200}, {300.4, 300}, {1000, 1000}, {1e300, 1000}}) {
+        FakeDefaultsStore store;
+        store.values = {{"dragDelay", stored}};
+        EXPECT_EQ(settingsOver(store).dragDelay().count(), taken) << stored;
+        EXPECT_TRUE(store.writes.empty()) << "what is stored stays";
+    }
 }
 
 TEST(Settings, anOlderTableGetsTheNewGesturesOnce) {

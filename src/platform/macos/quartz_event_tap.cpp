@@ -39,9 +39,11 @@ bool QuartzEventTap::start(Handler handler) {
 void QuartzEventTap::stop() {
     installed_ = false;
     timer_.reset();
+    alarm_.reset();
+    wakeAt_.reset();
     port_.reset();
     handler_ = nullptr;
-    suspended_ = dead_ = false;
+    suspended_ = dead_ = pressOnItsWay_ = false;
 }
 
 CGEventRef QuartzEventTap::callback(CGEventTapProxy, CGEventType type, CGEventRef event, void* self) {
@@ -60,8 +62,8 @@ CGEventRef QuartzEventTap::decide(CGEventType type, CGEventRef event) {
     const bool nested = std::exchange(deciding_, true);
     drain();
     const auto before = pointerEvent(type, event, clock_());
-    std::optional<PointerEvent> after = before; // the application's, unless the handler says otherwise
-    guarded(log_, "tap", [&] { after = handler_(before); });
+    const bool waits = waitsForPress(before);
+    const auto after = waits ? std::nullopt : ask(before);
     deciding_ = nested;
     if (isNotice(type))
         return event;
@@ -70,6 +72,61 @@ CGEventRef QuartzEventTap::decide(CGEventType type, CGEventRef event) {
     if (type == kCGEventScrollWheel)
         writeScroll(event, before, *after);
     return event;
+}
+
+std::optional<PointerEvent> QuartzEventTap::ask(const PointerEvent& event) {
+    Decision decision = std::optional(event);
+    guarded(log_, "tap", [&] { decision = handler_(event); });
+    if (decision.wakeAt != wakeAt_) {
+        wakeAt_ = decision.wakeAt;
+        alarm_.reset();
+        if (wakeAt_) {
+            const std::chrono::duration<double> delay = *wakeAt_ - clock_();
+            alarm_.emplace(delay.count(), [this, at = *wakeAt_] { timeCame(at); });
+        }
+    }
+    return std::move(decision.event);
+}
+
+void QuartzEventTap::timeCame(std::chrono::nanoseconds time) {
+    drain();
+    PointerEvent event;
+    event.time = time;
+    // The left button's events do not come to the tap.
+    if (CGEventSourceButtonState(kCGEventSourceStateCombinedSessionState, kCGMouseButtonLeft)) {
+        event.type = PointerEventType::leftDown;
+        ask(event);
+    }
+    wakeAt_.reset();
+    event.type = PointerEventType::timeCame;
+    handingOn_ = true;
+    ask(event);
+    handingOn_ = false;
+}
+
+bool QuartzEventTap::waitsForPress(const PointerEvent& event) {
+    using enum PointerEventType;
+    if (!pressOnItsWay_ || (event.marker == selfEventMarker && event.type != rightDown && event.type != otherDown))
+        return false;
+    switch (event.type) {
+    case rightDown:
+    case otherDown:
+        pressOnItsWay_ = false;
+        return false;
+    case rightDragged:
+    case otherDragged:
+        return true;
+    case rightUp:
+    case otherUp: {
+        // After the press, or the application's button would never come up again.
+        auto later = event;
+        later.marker = selfEventMarker;
+        post(later);
+        return true;
+    }
+    default:
+        return false;
+    }
 }
 
 void QuartzEventTap::enable() {
@@ -124,12 +181,16 @@ void QuartzEventTap::loseHold() {
     PointerEvent lost;
     lost.type = PointerEventType::holdLost;
     lost.time = clock_();
-    guarded(log_, "tap", [&] { handler_(lost); });
+    pressOnItsWay_ = false;
+    ask(lost);
 }
 
 void QuartzEventTap::post(const PointerEvent& event) {
-    if (const auto posted = postableEvent(event))
-        CGEventPost(kCGHIDEventTap, posted.get());
+    const auto posted = postableEvent(event);
+    if (!posted)
+        return;
+    pressOnItsWay_ = pressOnItsWay_ || handingOn_;
+    CGEventPost(kCGHIDEventTap, posted.get());
 }
 
 void QuartzEventTap::afterEvent(std::function<void()> task) {

@@ -49,6 +49,11 @@ public:
 private:
     static CGEventRef callback(CGEventTapProxy, CGEventType type, CGEventRef event, void* self);
     CGEventRef decide(CGEventType type, CGEventRef event);
+    /// Asks the handler; has it woken when it wants to be. By default the event is the application's.
+    std::optional<PointerEvent> ask(const PointerEvent& event);
+    void timeCame(std::chrono::nanoseconds time);
+    /// Whether the event has overtaken a press that was handed on, and was dealt with.
+    bool waitsForPress(const PointerEvent& event);
     void suspend();
     void rebuild();
     /// The release of a hold may have gone by unseen.
@@ -63,6 +68,12 @@ private:
     Handler handler_;
     std::unique_ptr<TapPort> port_;
     std::optional<RunLoopTimer> timer_;
+    std::optional<std::chrono::nanoseconds> wakeAt_;
+    std::optional<RunLoopTimer> alarm_;
+    /// A press that was posted alone has not come by yet.
+    bool pressOnItsWay_ = false;
+    /// Told that the time has come: what is posted is such a press.
+    bool handingOn_ = false;
     /// Switched off because the permission is missing.
     bool suspended_ = false;
     /// A dead tap could not be made anew; said once.

@@ -89,7 +89,12 @@ void advance(double seconds) {
         } else if (timerDue <= end) {
             world().now = timerDue;
             timer->due += timer->interval;
-            timer->callback(reference<CFRunLoopTimerRef>(timer), timer->info);
+            const auto fired = reference<CFRunLoopTimerRef>(timer);
+            CFRetain(fired);
+            timer->callback(fired, timer->info);
+            if (timer->interval == 0)
+                CFRunLoopTimerInvalidate(fired);
+            CFRelease(fired);
         } else {
             break;
         }

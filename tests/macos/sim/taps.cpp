@@ -106,7 +106,10 @@ void noticeOfOwnSwitch(Port& port) {
 } // namespace
 
 void hardware(EventData event) {
-    onTheirWay.push_back({kCGHIDEventTap, std::move(event)});
+    if (world().postsAreLate)
+        onTheirWay.push_front({kCGHIDEventTap, std::move(event)});
+    else
+        onTheirWay.push_back({kCGHIDEventTap, std::move(event)});
     move();
 }
 
@@ -184,7 +187,13 @@ void CGEventPost(CGEventTapLocation place, CGEventRef event) {
     if (!world().trusted)
         return;
     onTheirWay.push_back({place, data});
-    move();
+    if (!world().postsAreLate)
+        move();
+}
+bool CGEventSourceButtonState(CGEventSourceStateID state, CGMouseButton button) {
+    if (state != kCGEventSourceStateCombinedSessionState || button != kCGMouseButtonLeft)
+        fatal("another button was asked for");
+    return world().leftDown;
 }
 
 Boolean AXIsProcessTrusted(void) { return world().trusted; }

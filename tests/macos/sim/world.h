@@ -81,6 +81,9 @@ struct World {
     bool refuseTaps = false;
     bool refuseCopies = false;
     bool refuseKeyEvents = false;
+    bool leftDown = false;
+    /// What is posted comes after the next event of a device.
+    bool postsAreLate = false;
     std::vector<TapRecord> taps;
     std::vector<Posted> posted;
     /// What reached the applications.

@@ -43,7 +43,7 @@ protected:
         EXPECT_EQ(client.buttonsDown(), 0U);
     }
 
-    bool start() {
+    virtual bool start() {
         return tap.start([this](PointerEvent event) { return decide(std::move(event)); });
     }
 
@@ -68,6 +68,9 @@ protected:
                 tap.post(event);
             }
             return std::nullopt;
+        case leftDown:
+        case leftUp:
+            return event; // not ours to decide
         case scrollWheel: {
             const std::lock_guard lock(mutex);
             asked_.push_back(fmt::format("wheel {} {} ({:g})", event.vertical.line, event.horizontal.line,

@@ -6,6 +6,9 @@
 
 #include <poll.h>
 #include <pthread.h>
+
+#include <algorithm>
+#include <chrono>
 #include <string>
 #include <utility>
 
@@ -13,7 +16,7 @@ namespace tarvik {
 namespace {
 
 /// How long to wait before asking again for a grab that another client holds.
-constexpr int retryMilliseconds = 1000;
+constexpr std::chrono::milliseconds retryInterval(1000);
 
 } // namespace
 
@@ -68,6 +71,11 @@ void X11EventTap::post(const PointerEvent& event) {
         filter_->post(event);
 }
 
+void X11EventTap::dropHold() {
+    if (filter_)
+        filter_->dropHold();
+}
+
 void X11EventTap::afterEvent(std::function<void()> task) {
     if (filter_)
         filter_->afterEvent([this, task = std::move(task)] { guarded(log_, "tap", task); });
@@ -83,7 +91,7 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
     }
     frontmost_.watch(*x);
     const auto decide = [this, &handler](const PointerEvent& event) {
-        std::optional<PointerEvent> decision = event; // the application's, unless the handler says otherwise
+        Decision decision = std::optional(event); // the application's, unless the handler says otherwise
         guarded(log_, "tap", [&] { decision = handler(event); });
         return decision;
     };
@@ -127,7 +135,10 @@ void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
         installed_ = wasArmed = armed;
         if (ending_ || XEventsQueued(x.display(), QueuedAlready) > 0 || !filter.settled())
             continue;
-        poll(sources, 2, armed ? -1 : retryMilliseconds);
+        auto wait = filter.timeLeft();
+        if (!armed)
+            wait = std::min(wait.value_or(retryInterval), retryInterval);
+        poll(sources, 2, wait ? static_cast<int>(wait->count()) : -1);
     }
 }
 

@@ -35,6 +35,7 @@ public:
     void setWheelReversal(WheelAxes axes) override { reversed_ = axes; }
     void enable() override {} // the server switches no grab off
     void post(const PointerEvent& event) override;
+    void dropHold() override;
     void afterEvent(std::function<void()> task) override;
     void run(std::function<void()> command) override;
 

@@ -19,7 +19,7 @@ public:
 
     /// `button` is PointerEvent's number. A press knows its screen's scale, and what it needs to be given back.
     PointerEvent make(const XiEvent& event, PointerEventType type, std::int64_t button);
-    /// A notice, which no device sent.
+    /// A notice, which no device sent, at the time of the last event.
     PointerEvent notice(PointerEventType type) const;
     /// The click, or the press, that a press of `make` is to be given back as; at the event's present location.
     static ReturnedClick returned(const PointerEvent& press);

@@ -4,6 +4,7 @@
 
 #include <X11/extensions/XInput2.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace tarvik {
@@ -22,6 +23,7 @@ X11PointerFilter::X11PointerFilter(const X11Connection& x, int opcode, const Scr
     , reversal_(display_, x.root(), devices_)
     , wheel_(display_, devices_, reversal_)
     , wheelPass_(display_, queue_, devices_, probe_, wheel_)
+    , dragStart_(display_, queue_, devices_, grab_, log)
     , events_(screens) {
     selectDeviceEvents(display_, x.root(), DeviceEvents::changes);
 }
@@ -39,11 +41,7 @@ X11PointerFilter::~X11PointerFilter() {
         queue_.pull();
     }
     if (hold_) {
-        // The releases come to us; those of the hand change nothing any more. What two mice hold is up when both are.
-        for (const auto& [source, button] : devices_.buttonsDown(hold_->master)) {
-            if (!hold_->downBefore[static_cast<std::size_t>(button)])
-                devices_.fakeButton(source, button, false);
-        }
+        releaseButtons();
         lose("the tap ends");
     } else {
         for (const auto& event : queue_.waiting()) {
@@ -73,11 +71,24 @@ void X11PointerFilter::process() {
         if (queue_.empty() && !hold_ && clicks_.deferred())
             clicks_.settle();
     }
+    // What has arrived meanwhile was earlier.
+    if (wakeAt_ && std::chrono::steady_clock::now() >= wakeAtHere_) {
+        queue_.pull();
+        if (queue_.empty())
+            timeCame();
+    }
     if (!hold_)
         reversal_.settle();
     if (idle())
         clicks_.unwatch();
     XFlush(display_);
+}
+
+std::optional<std::chrono::milliseconds> X11PointerFilter::timeLeft() const {
+    using namespace std::chrono;
+    if (!wakeAt_)
+        return std::nullopt;
+    return std::max(milliseconds(0), ceil<milliseconds>(wakeAtHere_ - steady_clock::now()));
 }
 
 void X11PointerFilter::process(const XiEvent& event) {
@@ -126,10 +137,12 @@ void X11PointerFilter::press(const XiEvent& event) {
         allow(event, XIAsyncDevice);
     } else if (hold_ && event.master == hold_->master) {
         allow(event, XIAsyncDevice);
-        if (isWheelButton(event.button))
+        if (isWheelButton(event.button)) {
             wheel(event);
-        else
+        } else {
             hold_->others.emplace_back(event.button, event.source);
+            tellOfOther(event, true);
+        }
     } else if (hold_ || event.button != triggerOf(trigger_).xButton) {
         allow(event, XIReplayDevice); // another pointer's, or that of an earlier trigger
     } else if (clicks_.surfaced(event)) {

@@ -5,6 +5,7 @@
 #include "platform/linux/x11/x11_click_return.h"
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_devices.h"
+#include "platform/linux/x11/x11_drag_start.h"
 #include "platform/linux/x11/x11_hold_wheel.h"
 #include "platform/linux/x11/x11_pointer_events.h"
 #include "platform/linux/x11/x11_pointer_probe.h"
@@ -15,6 +16,7 @@
 #include "ports/screens.h"
 #include "support/log.h"
 
+#include <chrono>
 #include <functional>
 #include <optional>
 #include <utility>
@@ -52,12 +54,15 @@ public:
     bool idle() const { return !hold_ && !clicks_.waiting(); }
     /// Reverses the wheel for as long as no button is held; only while idle. Put back at the end.
     void reverseWheel(WheelAxes axes) { reversal_.set(axes); }
-    /// Deals with everything that has arrived.
+    /// Deals with everything that has arrived, and with the time that the handler asked to be told.
     void process();
+    /// How long there is nothing to do when nothing arrives; nothing: for ever.
+    std::optional<std::chrono::milliseconds> timeLeft() const;
 
     /// The tap's operations, called from the handler.
     void post(const PointerEvent& event) { posted_.push_back(event); }
     void afterEvent(std::function<void()> task) { tasks_.push_back(std::move(task)); }
+    void dropHold();
 
 private:
     struct Hold {
@@ -86,6 +91,13 @@ private:
     /// Whether the release of the trigger has been read, is held back in the server by a press of ours, or is left to
     /// that of a later press.
     bool releaseComes();
+    /// Asks the handler; takes note of when it wants to be woken.
+    std::optional<PointerEvent> decide(PointerEvent event);
+    /// The handler hears of another button in the hold.
+    void tellOfOther(const XiEvent& event, bool press);
+    void timeCame();
+    /// For the server, every button that went down in the hold is up. A round trip.
+    void releaseButtons();
     /// The hold has no result any more; what remains is to wait until its buttons are up.
     void lose(const char* reason);
     void devicesChanged();
@@ -104,11 +116,15 @@ private:
     X11WheelReversal reversal_;
     X11HoldWheel wheel_;
     X11WheelPass wheelPass_;
+    X11DragStart dragStart_;
     X11PointerEvents events_;
 
     TriggerButton trigger_ = TriggerButton::right;
     bool renew_ = false;
     std::optional<Hold> hold_;
+    /// When to tell the handler that the time has come: in the time of the events, and by our own clock.
+    std::optional<std::chrono::nanoseconds> wakeAt_;
+    std::chrono::steady_clock::time_point wakeAtHere_;
     std::vector<PointerEvent> posted_;
     std::vector<ReturnedClick> otherClicks_;
     std::vector<std::function<void()>> tasks_;

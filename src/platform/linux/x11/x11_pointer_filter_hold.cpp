@@ -11,7 +11,7 @@
 namespace tarvik {
 
 void X11PointerFilter::begin(const XiEvent& event) {
-    if (hooks_.handler(events_.make(event, triggerOf(trigger_).down, triggerOf(trigger_).button))) {
+    if (decide(events_.make(event, triggerOf(trigger_).down, triggerOf(trigger_).button))) {
         allow(event, XIReplayDevice);
         return;
     }
@@ -27,7 +27,7 @@ void X11PointerFilter::motion(const XiEvent& event) {
     if (!hold_ || hold_->decided || event.location == hold_->location)
         return;
     hold_->location = event.location;
-    hooks_.handler(events_.make(event, triggerOf(trigger_).drag, triggerOf(trigger_).button));
+    decide(events_.make(event, triggerOf(trigger_).drag, triggerOf(trigger_).button));
 }
 
 void X11PointerFilter::wheel(const XiEvent& event) {
@@ -42,7 +42,7 @@ void X11PointerFilter::wheel(const XiEvent& event) {
         scroll.horizontal = turn.horizontal;
         scroll.directionInverted = turn.directionInverted;
         // With other buttons down there is no way to the application, and the turn is dropped.
-        if (!hooks_.handler(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
+        if (!decide(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
             continue;
         if (!wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button)) {
             lose("another program has the pointer");
@@ -92,12 +92,57 @@ bool X11PointerFilter::releaseComes() {
     });
 }
 
+std::optional<PointerEvent> X11PointerFilter::decide(PointerEvent event) {
+    const auto time = event.time;
+    auto decision = hooks_.handler(std::move(event));
+    if (decision.wakeAt && decision.wakeAt != wakeAt_)
+        wakeAtHere_ = std::chrono::steady_clock::now() + (*decision.wakeAt - time);
+    wakeAt_ = decision.wakeAt;
+    return std::move(decision.event);
+}
+
+void X11PointerFilter::tellOfOther(const XiEvent& event, bool press) {
+    if (!hold_->decided)
+        decide(events_.make(event, typeOf(event.button, press), buttonOf(event.button)));
+}
+
+void X11PointerFilter::timeCame() {
+    hooks_.beforeEvent();
+    if (!wakeAt_)
+        return;
+    auto notice = events_.notice(PointerEventType::timeCame);
+    notice.time = *std::exchange(wakeAt_, std::nullopt);
+    decide(std::move(notice));
+    const auto posted = std::exchange(posted_, {});
+    if (!hold_ || hold_->decided || posted.empty())
+        return;
+    hold_->decided = true;
+    dragStart_.begin(X11PointerEvents::returned(posted.front()));
+}
+
+void X11PointerFilter::dropHold() {
+    if (!hold_)
+        return;
+    releaseButtons();
+    hold_->decided = true;
+    hold_->others.clear();
+    otherClicks_.clear();
+}
+
+void X11PointerFilter::releaseButtons() {
+    // The releases come to us; those of the hand change nothing any more. What two mice hold is up when both are.
+    for (const auto& [source, button] : devices_.buttonsDown(hold_->master)) {
+        if (!hold_->downBefore[static_cast<std::size_t>(button)])
+            devices_.fakeButton(source, button, false);
+    }
+}
+
 void X11PointerFilter::lose(const char* reason) {
     if (hold_->decided)
         return;
     hold_->decided = true;
     log_.write(std::string("hold lost: ") + reason);
-    hooks_.handler(events_.notice(PointerEventType::holdLost));
+    decide(events_.notice(PointerEventType::holdLost));
 }
 
 void X11PointerFilter::release(const XiEvent& event) {
@@ -105,7 +150,7 @@ void X11PointerFilter::release(const XiEvent& event) {
         // The server itself releases the buttons of a device that it loses.
         if (devices_.serves(event.source, event.master)) {
             hold_->decided = true;
-            hooks_.handler(events_.make(event, triggerOf(trigger_).up, triggerOf(trigger_).button));
+            decide(events_.make(event, triggerOf(trigger_).up, triggerOf(trigger_).button));
         } else {
             lose("its mouse has gone");
         }
@@ -116,6 +161,7 @@ void X11PointerFilter::release(const XiEvent& event) {
             otherClicks_.push_back({other->first, other->second, hold_->master, static_cast<int>(event.location.x),
                                     static_cast<int>(event.location.y)});
             hold_->others.erase(other);
+            tellOfOther(event, false);
         }
     }
     auto stillDown = event.buttonsBefore;

@@ -1,5 +1,7 @@
 #include "platform/linux/x11/x11_wheel_pass.h"
 
+#include "platform/linux/x11/x11_drag_start.h"
+
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
@@ -29,7 +31,10 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     // The hand may have let go meanwhile. Then both in one go: a process that is killed between two requests would
     // leave the button down.
     queue_.pull();
-    const bool alreadyUp = letGo(source, button, releaseRequest, pressRequest);
+    const auto letGo = [&] {
+        return handLetGo(queue_, devices_.buttons(), source, button, releaseRequest, pressRequest);
+    };
+    const bool alreadyUp = letGo();
     devices_.fakeButton(source, button, true);
     if (alreadyUp)
         devices_.fakeButton(source, button, false);
@@ -45,26 +50,9 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     if (resumed)
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
     // Nobody else would ever release the button.
-    if (!alreadyUp && (!resumed || letGo(source, button, releaseRequest, pressRequest)))
+    if (!alreadyUp && (!resumed || letGo()))
         devices_.fakeButton(source, button, false);
     return resumed;
-}
-
-bool X11WheelPass::letGo(int source, int button, unsigned long releaseRequest, unsigned long pressRequest) const {
-    // Of two events with the serial number of our request the first is ours.
-    bool ownReleaseSeen = false;
-    bool down = true;
-    for (const auto& event : queue_.waiting()) {
-        if (event.source != source || devices_.buttons().logical(event.button) != button)
-            continue;
-        if (event.type == XiEventType::rawPress && event.serial == pressRequest)
-            break;
-        if (event.type == XiEventType::rawRelease && event.serial == releaseRequest && !ownReleaseSeen)
-            ownReleaseSeen = true;
-        else if (event.type == XiEventType::rawRelease || event.type == XiEventType::rawPress)
-            down = event.type == XiEventType::rawPress;
-    }
-    return !down;
 }
 
 bool X11WheelPass::isOwn(const XiEvent& event) const {

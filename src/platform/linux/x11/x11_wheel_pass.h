@@ -28,8 +28,6 @@ public:
     bool isOwn(const XiEvent& event) const;
 
 private:
-    /// Whether the hand released the button before our press, by the raw events of its device.
-    bool letGo(int source, int button, unsigned long releaseRequest, unsigned long pressRequest) const;
     void forgetExpected();
 
     Display* const display_;

@@ -32,6 +32,7 @@ double CGEventGetDoubleValueField(CGEventRef event, CGEventField field);
 void CGEventSetDoubleValueField(CGEventRef event, CGEventField field, double value);
 
 CGEventSourceRef CGEventSourceCreate(CGEventSourceStateID state);
+bool CGEventSourceButtonState(CGEventSourceStateID state, CGMouseButton button);
 void CGEventSourceSetLocalEventsSuppressionInterval(CGEventSourceRef source, CFTimeInterval seconds);
 
 } // extern "C"

@@ -48,6 +48,7 @@ enum CGEventTapLocation : std::uint32_t {
 };
 enum CGEventTapPlacement : std::uint32_t { kCGHeadInsertEventTap = 0, kCGTailAppendEventTap = 1 };
 enum CGEventTapOptions : std::uint32_t { kCGEventTapOptionDefault = 0, kCGEventTapOptionListenOnly = 1 };
+enum CGMouseButton : std::uint32_t { kCGMouseButtonLeft = 0, kCGMouseButtonRight = 1, kCGMouseButtonCenter = 2 };
 enum CGEventSourceStateID : std::int32_t {
     kCGEventSourceStatePrivate = -1,
     kCGEventSourceStateCombinedSessionState = 0,
