@@ -85,4 +85,35 @@ ScrollPage {
             }
         }
     }
+    FormSection {
+        footer: qsTr("Held still for that long, the gesture button is the application's, and drags there.")
+        FormRow {
+            label: qsTr("Hold still to drag")
+            Row {
+                width: 260
+                spacing: 8
+                // Its left end, one step before the shortest time, is off.
+                PlainSlider {
+                    width: parent.width - delay.width - 8
+                    Accessible.name: qsTr("Hold still to drag")
+                    Accessible.description: delay.text
+                    from: 150
+                    to: 1000
+                    unit: 50
+                    value: Settings.dragDelay > 0 ? Settings.dragDelay : from
+                    onMoved: {
+                        const time = Math.round(value / unit) * unit
+                        Settings.dragDelay = time > from ? time : 0
+                    }
+                }
+                Caption {
+                    id: delay
+                    anchors.verticalCenter: parent.verticalCenter
+                    width: 52
+                    horizontalAlignment: Text.AlignRight
+                    text: Settings.dragDelay > 0 ? qsTr("%1 ms").arg(Settings.dragDelay) : qsTr("Off")
+                }
+            }
+        }
+    }
 }

@@ -2,9 +2,11 @@ import QtQuick
 import QtQuick.Templates as T
 import Tarvik.Preferences
 
-// Continuous. Binds `value`; the handler of `moved` writes. Keys move it by one, Page Up and Down by ten.
+// Continuous. Binds `value`; the handler of `moved` writes. Keys move it by one unit, Page Up and Down by ten.
 T.Slider {
     id: control
+
+    property real unit: 1
 
     function step(by) {
         value = Math.min(to, Math.max(from, value + by))
@@ -13,12 +15,12 @@ T.Slider {
 
     implicitHeight: 22
     hoverEnabled: true
-    Keys.onLeftPressed: step(-1)
-    Keys.onDownPressed: step(-1)
-    Keys.onRightPressed: step(1)
-    Keys.onUpPressed: step(1)
+    Keys.onLeftPressed: step(-unit)
+    Keys.onDownPressed: step(-unit)
+    Keys.onRightPressed: step(unit)
+    Keys.onUpPressed: step(unit)
     Keys.onPressed: (event) => {
-        const steps = ({ [Qt.Key_PageDown]: -10, [Qt.Key_PageUp]: 10, [Qt.Key_Home]: from - to, [Qt.Key_End]: to - from })
+        const steps = ({ [Qt.Key_PageDown]: -10 * unit, [Qt.Key_PageUp]: 10 * unit, [Qt.Key_Home]: from - to, [Qt.Key_End]: to - from })
         if (event.key in steps) {
             step(steps[event.key])
             event.accepted = true

@@ -21,6 +21,8 @@ class SettingsView : public QObject {
     Q_PROPERTY(int scrollBinding READ scrollBinding WRITE setScrollBinding NOTIFY changed)
     Q_PROPERTY(bool reverseVertical READ reverseVertical WRITE setReverseVertical NOTIFY changed)
     Q_PROPERTY(bool reverseHorizontal READ reverseHorizontal WRITE setReverseHorizontal NOTIFY changed)
+    /// Milliseconds; 0 for never.
+    Q_PROPERTY(int dragDelay READ dragDelay WRITE setDragDelay NOTIFY changed)
     Q_PROPERTY(QString storageProblem READ storageProblem NOTIFY changed)
 
 public:
@@ -43,6 +45,8 @@ public:
     void setReverseVertical(bool on) { settings_.setReverseVertical(on); }
     bool reverseHorizontal() const { return settings_.reverseHorizontal(); }
     void setReverseHorizontal(bool on) { settings_.setReverseHorizontal(on); }
+    int dragDelay() const { return static_cast<int>(settings_.dragDelay().count()); }
+    void setDragDelay(int milliseconds) { settings_.setDragDelay(milliseconds); }
     QString storageProblem() const { return QString::fromStdString(settings_.storageProblem()); }
 
 signals:
