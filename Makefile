@@ -13,7 +13,7 @@ run:
 
 deb:
 	@scripts/install-dependencies package
-	@DEB_BUILD_OPTIONS="nocheck $$DEB_BUILD_OPTIONS" DEB_BUILD_PROFILES=nocheck scripts/package
+	@DEB_BUILD_OPTIONS="nocheck noautodbgsym $$DEB_BUILD_OPTIONS" DEB_BUILD_PROFILES=nocheck scripts/package
 	@ls build/package/*.deb
 
 check:
