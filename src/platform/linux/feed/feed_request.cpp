@@ -4,7 +4,6 @@
 #include <QtCore/QTimer>
 #include <QtCore/QUrl>
 #include <QtNetwork/QNetworkAccessManager>
-#include <QtNetwork/QNetworkProxy>
 #include <QtNetwork/QNetworkReply>
 #include <QtNetwork/QNetworkRequest>
 #include <QtNetwork/QSslCertificate>
@@ -52,12 +51,6 @@ QString failureOf(const QNetworkReply& reply) {
 }
 
 } // namespace
-
-void useSystemProxy(const QUrl& address) {
-    const auto proxies = QNetworkProxyFactory::systemProxyForQuery(QNetworkProxyQuery(address));
-    if (!proxies.isEmpty())
-        QNetworkProxy::setApplicationProxy(proxies.first());
-}
 
 FeedAnswer fetchFeed(const QString& address, const QString& certificates, const FeedLimits& limits) {
     const QUrl url(address, QUrl::StrictMode);

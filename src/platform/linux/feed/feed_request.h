@@ -3,7 +3,6 @@
 
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
-#include <QtCore/QUrl>
 
 #include <chrono>
 
@@ -21,9 +20,6 @@ struct FeedLimits {
     /// For everything together.
     std::chrono::milliseconds time = std::chrono::seconds(30);
 };
-
-/// Asks the desktop and the environment how to reach the address, and keeps to it: across redirects, too.
-void useSystemProxy(const QUrl& address);
 
 /// HTTPS only, across redirects too. `certificates` is a file of authorities to be trusted besides the system's; empty
 /// for none. Needs a QCoreApplication; returns when the answer is there.

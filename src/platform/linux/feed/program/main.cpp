@@ -7,6 +7,7 @@
 #include "platform/linux/feed/confinement.h"
 #include "platform/linux/feed/feed_request.h"
 #include "platform/linux/feed/report.h"
+#include "platform/linux/feed/system_proxy.h"
 
 #include <QtCore/QCoreApplication>
 #include <QtCore/QLibraryInfo>
@@ -21,7 +22,6 @@ int main(int argc, char** argv) {
     const auto arguments = QCoreApplication::arguments();
     const auto address = arguments.value(1);
     const auto certificates = arguments.value(2);
-    // Who knows the way out may read the desktop's settings and start programs.
     useSystemProxy(QUrl(address));
     confine({QLibraryInfo::path(QLibraryInfo::PluginsPath).toStdString(),
              QLibraryInfo::path(QLibraryInfo::LibrariesPath).toStdString(), certificates.toStdString()});
