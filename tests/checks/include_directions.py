@@ -19,8 +19,9 @@ ALLOWED = {
     "services": {"ports", "model", "support"},
     "preferences": {"services", "settings", "ports", "model", "support"},
     "platform/linux": {"platform/linux/common", "platform/linux/process", "platform/linux/x11", "ports", "model", "support"},
-    # A program of its own.
+    # Programs of their own.
     "platform/linux/feed": {"platform/linux/process", "support"},
+    "platform/linux/watchdog": {"platform/linux/common", "platform/linux/x11", "support"},
     "platform/linux/process": set(),
     "platform/linux/common": {"platform/linux/process", "ports", "model", "support"},
     # Panels paint with the overlay's geometry, which is the same on every platform.
