@@ -9,7 +9,8 @@ _WALL = 0x40000000  # waits for threads, too
 
 
 class StoppedThread:
-    """with StoppedThread(process.pid): the process's main thread does nothing. Used by one thread of this process."""
+    """with StoppedThread(process.pid): the process's main thread does nothing. Used by one thread of this process. The process
+    may be killed meanwhile."""
 
     def __init__(self, thread):
         self._thread = thread
@@ -21,7 +22,10 @@ class StoppedThread:
         return self
 
     def __exit__(self, *_):
-        self._trace(_DETACH)
+        try:
+            self._trace(_DETACH)
+        except ProcessLookupError:
+            os.waitpid(self._thread, _WALL)  # else what is left of it would stay for as long as we do
 
     def _trace(self, request):
         if _libc.ptrace(request, self._thread, 0, 0) != 0:

@@ -12,9 +12,11 @@
 #include "platform/linux/common/program_watch.h"
 #include "platform/linux/common/qt_key_monitor.h"
 #include "platform/linux/common/qt_main_queue.h"
+#include "platform/linux/common/restart_report.h"
 #include "platform/linux/common/single_instance.h"
 #include "platform/linux/common/termination_signals.h"
 #include "platform/linux/common/tray_status_item.h"
+#include "platform/linux/common/watchdog_process.h"
 #include "platform/linux/x11/x11_activation.h"
 
 #include "platform/linux/common/desktop_entries.h"
@@ -54,7 +56,8 @@ class LinuxPlatform final : public Platform {
 public:
     /// `actions` was opened first, as the proof that there is a display.
     LinuxPlatform(std::unique_ptr<QApplication> application, std::unique_ptr<SingleInstance> instance, LogSink& log,
-                  std::shared_ptr<const DesktopEntries> entries, std::unique_ptr<X11ActionsPlatform> actions);
+                  std::shared_ptr<const DesktopEntries> entries, std::unique_ptr<X11ActionsPlatform> actions,
+                  const RecentEnds& history);
 
     const Vocabulary& vocabulary() const override { return linuxVocabulary(); }
     const Wording& wording() const override { return linuxWording(); }
@@ -121,6 +124,7 @@ private:
     TrayStatusItem statusItem_;
     X11SelectionWatch olderTray_;
     X11EventTap tap_;
+    WatchdogProcess watchdog_;
     std::function<void()> replaced_ = [] {};
     ProgramWatch program_;
     bool hasSuccessor_ = false;
@@ -154,7 +158,7 @@ bool panelIsDark() {
 
 LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::unique_ptr<SingleInstance> instance,
                              LogSink& log, std::shared_ptr<const DesktopEntries> entries,
-                             std::unique_ptr<X11ActionsPlatform> actions)
+                             std::unique_ptr<X11ActionsPlatform> actions, const RecentEnds& history)
     : log_(log)
     , application_(std::move(application))
     , instance_(std::move(instance))
@@ -181,6 +185,7 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::uni
                          statusItem_.olderTrayCame();
                  })
     , tap_(screens_, std::move(entries), log, [&log] { endWithTheDisplay(log); })
+    , watchdog_(log, history, [this](Lifeline line) { tap_.connect(std::move(line)); })
     , program_(
           ProgramWatch::places(), log, [this] { replaced_(); }, ProgramWatch::Pace()) {
     QApplication::setQuitOnLastWindowClosed(false);
@@ -193,6 +198,8 @@ LinuxPlatform::LinuxPlatform(std::unique_ptr<QApplication> application, std::uni
         statusItem_.olderTrayCame();
     QObject::connect(&layoutNotifier_, &QSocketNotifier::activated, &layoutNotifier_, [this] { layout_.refresh(); });
     worker_.emplace("actions", log);
+    tap_.onArmed([this](pid_t thread) { mainQueue_.post([this, thread] { watchdog_.start(thread); }); });
+    reportRestart(history, log, notice_);
 }
 
 int LinuxPlatform::run() {
@@ -239,6 +246,9 @@ std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv
     // Before the threads, and only where the programs that the user opens are not our children.
     if (sessionStartsPrograms())
         giveUpNewPrivileges();
+    const auto history = restartHistory(argc, argv);
+    if (history.tooMany())
+        return stayOff(argc, argv, history, log);
     const auto entries = DesktopEntries::load();
     auto actions = X11ActionsPlatform::open(entries, log, [&log] { endWithTheDisplay(log); });
     if (!actions) {
@@ -257,7 +267,7 @@ std::variant<std::unique_ptr<Platform>, int> makePlatform(int& argc, char** argv
     if (instance->claim() == SingleInstance::Role::second)
         return EXIT_SUCCESS;
     return std::make_unique<LinuxPlatform>(std::move(application), std::move(instance), log, entries,
-                                           std::move(actions));
+                                           std::move(actions), history);
 }
 
 } // namespace tarvik

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <string>
+#include <unistd.h>
 #include <utility>
 
 namespace tarvik {
@@ -36,6 +37,7 @@ bool X11EventTap::start(Handler handler) {
         pthread_setname_np(pthread_self(), "tap");
         serve(handler, armed);
         installed_ = false;
+        lifeline_.close();
         if (atRest_)
             std::exchange(atRest_, {})();
     });
@@ -48,6 +50,14 @@ void X11EventTap::stop() {
     commands_.post([this] { ending_ = true; });
     thread_.join();
     commands_.drain();
+    lifeline_.close();
+}
+
+void X11EventTap::connect(Lifeline line) {
+    commands_.post([this, line = std::make_shared<Lifeline>(std::move(line))] {
+        lifeline_ = std::move(*line);
+        guarded_ = false;
+    });
 }
 
 void X11EventTap::stopAtRest(std::function<void()> stopped) {
@@ -105,9 +115,17 @@ void X11EventTap::serve(const Handler& handler, std::promise<bool>& armed) {
         filter.reverseWheel(reversed_);
     logObstacle(installed_ ? "" : "another program holds the button");
     armed.set_value(installed_);
-    if (installed_)
+    if (installed_) {
+        if (armed_)
+            armed_(gettid());
         loop(*x, filter);
+    }
     filter_ = nullptr;
+}
+
+void X11EventTap::showLife() {
+    if (lifeline_.answer() && !std::exchange(guarded_, true))
+        log_.write("event tap has a watchdog");
 }
 
 void X11EventTap::logObstacle(const std::string& obstacle) {
@@ -118,7 +136,8 @@ void X11EventTap::logObstacle(const std::string& obstacle) {
 }
 
 void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
-    pollfd sources[] = {{ConnectionNumber(x.display()), POLLIN, 0}, {commands_.descriptor(), POLLIN, 0}};
+    pollfd sources[] = {{ConnectionNumber(x.display()), POLLIN, 0}, {commands_.descriptor(), POLLIN, 0}, {}};
+    auto& line = sources[2];
     bool wasArmed = true;
     while (!ending_ && !x.lost()) {
         filter.process();
@@ -133,12 +152,14 @@ void X11EventTap::loop(const X11Connection& x, X11PointerFilter& filter) {
             log_.write(armed ? "event tap has the button again"
                              : "another program holds the button; trying again every second");
         installed_ = wasArmed = armed;
-        if (ending_ || XEventsQueued(x.display(), QueuedAlready) > 0 || !filter.settled())
-            continue;
         auto wait = filter.timeLeft();
         if (!armed)
             wait = std::min(wait.value_or(retryInterval), retryInterval);
-        poll(sources, 2, wait ? static_cast<int>(wait->count()) : -1);
+        if (ending_ || XEventsQueued(x.display(), QueuedAlready) > 0 || !filter.settled())
+            wait = std::chrono::milliseconds(0); // there is more to do
+        line = {lifeline_.descriptor(), POLLIN, 0};
+        if (poll(sources, 3, wait ? static_cast<int>(wait->count()) : -1) > 0 && line.revents != 0)
+            showLife();
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include "platform/linux/common/command_queue.h"
 #include "platform/linux/common/desktop_entries.h"
+#include "platform/linux/common/lifeline.h"
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_frontmost.h"
 #include "ports/event_tap.h"
@@ -13,6 +14,7 @@
 #include <future>
 #include <memory>
 #include <string>
+#include <sys/types.h>
 #include <thread>
 
 namespace tarvik {
@@ -42,18 +44,27 @@ public:
     /// Takes the tap out between two holds, so that neither a click nor a gesture is lost, then calls `stopped`,
     /// perhaps on the tap's thread. Until then everything is as before. Main thread.
     void stopAtRest(std::function<void()> stopped);
+    /// Called on the tap's thread whenever a start has armed it, with the system's number of that thread. To be set
+    /// before.
+    void onArmed(std::function<void(pid_t)> handler) { armed_ = std::move(handler); }
+    /// The line over which a watchdog asks whether the tap's thread is alive, in place of an earlier one. It is closed
+    /// when the thread has ended. Main thread.
+    void connect(Lifeline line);
 
     const Frontmost& frontmost() const { return frontmost_; }
 
 private:
     /// The thread. Tells `armed` whether events arrive.
     void serve(const Handler& handler, std::promise<bool>& armed);
+    /// Answers the watchdog.
+    void showLife();
     void logObstacle(const std::string& obstacle);
     void loop(const X11Connection& x, X11PointerFilter& filter);
 
     const Screens& screens_;
     LogSink& log_;
     const std::function<void()> lost_;
+    std::function<void(pid_t)> armed_;
     X11Frontmost frontmost_;
     CommandQueue commands_;
     std::atomic<bool> installed_ = false;
@@ -63,6 +74,8 @@ private:
     bool ending_ = false;
     /// Ends as soon as no button is held, and calls it.
     std::function<void()> atRest_;
+    Lifeline lifeline_;
+    bool guarded_ = false;
     std::string loggedObstacle_;
     TriggerButton trigger_ = TriggerButton::right;
     WheelAxes reversed_;
