@@ -1,11 +1,14 @@
 #include "platform/linux/x11/x11_held_modifiers.h"
 
 #include <X11/XKBlib.h>
+#include <X11/Xlib-xcb.h>
 #include <X11/extensions/XInput2.h>
 #include <X11/keysym.h>
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
+#include <iterator>
 
 namespace tarvik {
 namespace {
@@ -37,11 +40,9 @@ std::array<bool, keyCodeCount> modifierKeys(Display* display) {
 }
 
 /// The modifiers that are down on any keyboard.
-std::vector<std::uint8_t> modifiersDown(Display* display) {
+std::vector<std::uint8_t> modifiersDown(Display* display, const X11Keymap& down) {
     std::vector<std::uint8_t> codes;
-    std::array<char, keyCodeCount / 8> down = {};
-    XQueryKeymap(display, down.data());
-    if (std::all_of(down.begin(), down.end(), [](char bits) { return bits == 0; }))
+    if (std::all_of(down.begin(), down.end(), [](std::uint8_t bits) { return bits == 0; }))
         return codes;
     const auto isModifier = modifierKeys(display);
     for (int code = firstKeyCode; code < keyCodeCount; ++code) {
@@ -54,8 +55,21 @@ std::vector<std::uint8_t> modifiersDown(Display* display) {
 
 } // namespace
 
-X11HeldModifiers::X11HeldModifiers(const X11Connection& x, const std::vector<int>& keyboards) : x_(x) {
-    find(keyboards);
+X11KeysDown::X11KeysDown(Display* display)
+    : connection_(XGetXCBConnection(display)), question_(xcb_query_keymap(connection_)) {}
+
+X11Keymap X11KeysDown::get() {
+    X11Keymap down = {};
+    const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> answer(
+        xcb_query_keymap_reply(connection_, question_, nullptr), std::free);
+    if (answer)
+        std::copy(std::begin(answer->keys), std::end(answer->keys), down.begin());
+    return down;
+}
+
+X11HeldModifiers::X11HeldModifiers(const X11Connection& x, const std::vector<int>& keyboards, const X11Keymap& keysDown)
+    : x_(x) {
+    find(keyboards, keysDown);
     for (auto& key : keys_)
         fake(key, false);
 }
@@ -65,8 +79,8 @@ X11HeldModifiers::~X11HeldModifiers() {
         watch(false);
 }
 
-void X11HeldModifiers::find(const std::vector<int>& keyboards) {
-    const auto codes = modifiersDown(x_.display());
+void X11HeldModifiers::find(const std::vector<int>& keyboards, const X11Keymap& keysDown) {
+    const auto codes = modifiersDown(x_.display(), keysDown);
     if (codes.empty())
         return;
     watch(true); // before the keyboards are asked, or a release in between would be missed

@@ -3,11 +3,30 @@
 
 #include "platform/linux/x11/x11_keyboards.h"
 
+#include <xcb/xproto.h>
+
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <vector>
 
 namespace tarvik {
+
+/// A bit for each key code.
+using X11Keymap = std::array<std::uint8_t, 32>;
+
+/// Asks which keys are down on any keyboard. The question goes out with the next one that Xlib waits for, so that both
+/// take one round trip.
+class X11KeysDown {
+public:
+    explicit X11KeysDown(Display* display);
+    /// Once. Nothing is down when the connection is broken.
+    X11Keymap get();
+
+private:
+    xcb_connection_t* const connection_;
+    const xcb_query_keymap_cookie_t question_;
+};
 
 /// Lifts the held modifiers when it is made, and puts those back that the user still holds when it is told to. Caps
 /// Lock, Num Lock and the like are no modifiers to hold.
@@ -17,7 +36,7 @@ namespace tarvik {
 /// is the user's.
 class X11HeldModifiers {
 public:
-    X11HeldModifiers(const X11Connection& x, const std::vector<int>& keyboards);
+    X11HeldModifiers(const X11Connection& x, const std::vector<int>& keyboards, const X11Keymap& keysDown);
     ~X11HeldModifiers();
     X11HeldModifiers(const X11HeldModifiers&) = delete;
     X11HeldModifiers& operator=(const X11HeldModifiers&) = delete;
@@ -38,7 +57,7 @@ private:
         void count(bool down, int by) { (down ? presses : releases) += by; }
     };
 
-    void find(const std::vector<int>& keyboards);
+    void find(const std::vector<int>& keyboards, const X11Keymap& keysDown);
     void fake(Key& key, bool down);
     void watch(bool on) const;
     void readRawEvents();

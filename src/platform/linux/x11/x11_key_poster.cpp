@@ -17,9 +17,10 @@ void X11KeyPoster::post(const std::vector<KeyEvent>& events) {
         return;
     x_.discardEvents();
     X11ErrorTrap trap(x_.display());
-    const auto keyboards = findX11Keyboards(x_);
-    const auto keyboard = keyboards.inUse ? X11Keyboard::open(x_, keyboards.inUse) : nullptr;
-    X11HeldModifiers held(x_, keyboards.ids);
+    X11KeysDown keysDown(x_.display()); // answered together with the next question
+    const auto found = findX11Keyboards(x_, keyboards_);
+    const auto keyboard = keyboardInUse(found);
+    X11HeldModifiers held(x_, found.ids, keysDown.get());
     for (const auto& key : keys) {
         if (keyboard) {
             keyboard->fake(key.code, key.down);
@@ -31,6 +32,15 @@ void X11KeyPoster::post(const std::vector<KeyEvent>& events) {
     held.putBack();
     if (const int error = trap.sync())
         log_.write("keys not posted: X error " + std::to_string(error));
+}
+
+std::shared_ptr<const X11Keyboard> X11KeyPoster::keyboardInUse(const X11Keyboards& found) {
+    if (!found.inUse)
+        return nullptr;
+    auto& keyboard = keyboards_.opened[{found.inUse, found.nameInUse}];
+    if (!keyboard)
+        keyboard = X11Keyboard::open(x_, found.inUse);
+    return keyboard;
 }
 
 std::vector<X11KeyPoster::XKey> X11KeyPoster::xKeys(const std::vector<KeyEvent>& events) {

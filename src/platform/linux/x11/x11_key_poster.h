@@ -2,6 +2,7 @@
 #pragma once
 
 #include "platform/linux/x11/x11_connection.h"
+#include "platform/linux/x11/x11_keyboards.h"
 #include "ports/key_poster.h"
 #include "support/log.h"
 
@@ -22,11 +23,13 @@ private:
         std::uint8_t code;
         bool down;
     };
+    std::shared_ptr<const X11Keyboard> keyboardInUse(const X11Keyboards& found);
     std::vector<XKey> xKeys(const std::vector<KeyEvent>& events);
 
     const X11Connection& x_;
     LogSink& log_;
     std::set<std::uint16_t> unknown_; // logged already
+    X11KnownKeyboards keyboards_;
 };
 
 } // namespace tarvik

@@ -77,7 +77,8 @@ public:
         if (!works_ || XkbGetState(x_->display(), XkbUseCoreKbd, &state) != Success)
             return std::nullopt;
         auto* xcb = XGetXCBConnection(x_->display());
-        const int inUse = findX11Keyboards(*x_).inUse;
+        X11KnownKeyboards known;
+        const int inUse = findX11Keyboards(*x_, known).inUse;
         const int keyboard = inUse ? inUse : xkb_x11_get_core_keyboard_device_id(xcb);
         const KeymapHandle keymap(
             xkb_x11_keymap_new_from_device(context_.get(), xcb, keyboard, XKB_KEYMAP_COMPILE_NO_FLAGS));

@@ -67,7 +67,7 @@ void X11Keyboard::fake(std::uint8_t keyCode, bool down) const {
     XTestFakeDeviceKeyEvent(x_.display(), device_, keyCode, down ? True : False, nullptr, 0, CurrentTime);
 }
 
-X11Keyboards findX11Keyboards(const X11Connection& x) {
+X11Keyboards findX11Keyboards(const X11Connection& x, X11KnownKeyboards& known) {
     X11Keyboards found;
     int count = 0;
     const DeviceInfo devices(XIQueryDevice(x.display(), XIAllDevices, &count));
@@ -81,13 +81,22 @@ X11Keyboards findX11Keyboards(const X11Connection& x) {
             continue;
         found.ids.push_back(device->deviceid);
     }
-    const auto real =
-        std::stable_partition(found.ids.begin(), found.ids.end(), [&](int id) { return !isXTest(x, id); });
+    const auto nameOf = [&](int id) -> std::string {
+        return std::find_if(first, last, [id](const auto& device) { return device.deviceid == id; })->name;
+    };
+    const auto real = std::stable_partition(found.ids.begin(), found.ids.end(), [&](int id) {
+        const auto [mark, isNew] = known.areXTest.try_emplace({id, nameOf(id)});
+        if (isNew)
+            mark->second = isXTest(x, id);
+        return !mark->second;
+    });
     const auto lastUsed = std::find(found.ids.begin(), real, keySource(*session));
     if (lastUsed != real)
         found.inUse = *lastUsed;
     else if (!found.ids.empty())
         found.inUse = found.ids.front();
+    if (found.inUse)
+        found.nameInUse = nameOf(found.inUse);
     return found;
 }
 

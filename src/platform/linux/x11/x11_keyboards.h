@@ -6,7 +6,10 @@
 #include <X11/extensions/XInput.h>
 
 #include <cstdint>
+#include <map>
 #include <memory>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace tarvik {
@@ -39,9 +42,18 @@ struct X11Keyboards {
     /// (XTEST) do not count, as long as there is another keyboard: what they are made on may have a layout that nobody
     /// chose. 0 when there is none.
     int inUse = 0;
+    std::string nameInUse;
 };
 
-/// The keyboards behind the session's first keyboard, the one that every desktop has.
-X11Keyboards findX11Keyboards(const X11Connection& x);
+/// What does not change as long as a device lives, by its identifier and name: kept, it need not be asked again.
+struct X11KnownKeyboards {
+    using Key = std::pair<int, std::string>;
+    std::map<Key, bool> areXTest;
+    std::map<Key, std::shared_ptr<const X11Keyboard>> opened;
+};
+
+/// The keyboards behind the session's first keyboard, the one that every desktop has. One round trip, and one for each
+/// device that is not known yet.
+X11Keyboards findX11Keyboards(const X11Connection& x, X11KnownKeyboards& known);
 
 } // namespace tarvik
