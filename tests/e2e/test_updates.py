@@ -1,7 +1,9 @@
 """Updates, with a server and a notification service of the test's own: what the user is told in each case."""
 
 import os
+import socket
 import stat
+import tempfile
 import unittest
 
 from desktop_test import DesktopTest
@@ -36,19 +38,30 @@ class Updates(DesktopTest):
         self.tray = self.enterContext(Tray(self.desk.env))
         self.server = self.enterContext(FeedServer(self.desk.path(f"feed-{self._testMethodName}")))
 
-    def start(self, certificates=None):
-        opened = self.desk.path("opened")
+    def make_program(self, name, script):
         programs = self.desk.path("programs")
         os.makedirs(programs, exist_ok=True)
-        with open(os.path.join(programs, "xdg-open"), "w", encoding="utf-8") as file:
-            file.write(f"#!/bin/sh\necho \"$1\" >>{opened}\n")
+        with open(os.path.join(programs, name), "w", encoding="utf-8") as file:
+            file.write(f"#!/bin/sh\n{script}\n")
         os.chmod(file.name, stat.S_IRWXU)
+        return programs
+
+    def start(self, certificates=None, runtime_folder=""):
+        opened = self.desk.path("opened")
+        if os.path.exists(opened):
+            os.remove(opened)  # by another test
+        programs = self.make_program("xdg-open", f"echo \"$1\" >>{opened}")
         env = dict(self.desk.env, TARVIK_TEST_FEED=self.server.url, no_proxy="*", NO_PROXY="*",
+                   XDG_RUNTIME_DIR=runtime_folder,
                    TARVIK_TEST_FEED_CA=self.server.certificates if certificates is None else certificates,
                    PATH=programs + ":" + self.desk.env["PATH"])
         self.program = self.tarvik(program=PROGRAM, env=env)
         self.opened = opened
         self.item = self.tray.item()
+
+    def can_gain_rights(self):
+        with open(f"/proc/{self.program.process.pid}/status", encoding="utf-8") as status:
+            return "NoNewPrivs:\t0\n" in status.read()
 
     def stored(self, key):
         with open(os.path.join(self.program.folder, "Tarvik.conf"), encoding="utf-8") as file:
@@ -105,9 +118,31 @@ class Updates(DesktopTest):
         self.assertEqual(self.server.asked, 0)
         self.assertEqual(self.stored("lastUpdateCheck"), [])
 
+    def test_pages_belong_to_the_session(self):
+        """Where there is a service manager it opens them, for Tarvik has given up gaining rights."""
+        shown = self.enterContext(Notifications(self.desk.env))
+        runtime = self.enterContext(tempfile.TemporaryDirectory())
+        os.mkdir(os.path.join(runtime, "systemd"))
+        self.enterContext(socket.socket(socket.AF_UNIX)).bind(os.path.join(runtime, "systemd", "private"))
+        asked = self.desk.path("asked")
+        self.make_program("systemd-run", f'printf "%s\\n" "$@" >{asked}; while [ "$1" != -- ]; do shift; done; shift; "$@"')
+        self.start(runtime_folder=runtime)
+        self.assertFalse(self.can_gain_rights())
+        self.server.answer = feed((21, "1.3"))
+        self.item.choose("Check for Updates…")
+        shown.next()
+        shown.choose("open")
+        self.expect("the page", lambda: os.path.exists(self.opened))
+        with open(asked, encoding="utf-8") as file:
+            words = file.read().splitlines()
+        self.assertEqual(words[:4], ["--user", "--quiet", "--collect", "--property=KillMode=process"])
+        self.assertIn("--setenv=DISPLAY=" + self.desk.env["DISPLAY"], words)
+        self.assertEqual(words[-2], "xdg-open")
+
     def test_without_notifications(self):
         """Who asked gets a window."""
         self.start()
+        self.assertTrue(self.can_gain_rights(), "nobody else would start what needs them")
         self.server.answer = feed((20, "1.2"))
         self.item.choose("Check for Updates…")
         self.expect("a window", lambda: [w for w in self.screen.windows() if w.title == "Tarvik"])
