@@ -19,11 +19,11 @@ if(TARVIK_FUZZ)
     add_compile_options(-fsanitize=fuzzer-no-link -Wno-error)
 endif()
 
-if(CMAKE_BUILD_TYPE STREQUAL "RelWithDebInfo")
-    add_compile_options(-fstack-protector-strong)
-    if(NOT APPLE)
-        add_link_options(-Wl,-z,relro,-z,now)
-    endif()
-endif()
 # The rooms are part of the program and of the module of its window.
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+include(CheckPIESupported)
+check_pie_supported(LANGUAGES CXX)
+
+if(NOT TARVIK_SANITIZE) # which have means of their own
+    include(cmake/Hardening.cmake)
+endif()
