@@ -54,7 +54,7 @@ def output(*command):
 
 def files():
     """Every file and folder that a package may have put there."""
-    everything = set()
+    everything = {"/"}
     for folder, folders, names in os.walk("/"):
         folders[:] = [name for name in folders if os.path.join(folder, name) not in UNCOUNTED]
         everything.update(os.path.join(folder, name) for name in folders + names)
@@ -208,6 +208,7 @@ class Life:
 
     def remove(self):
         """removed: the running one goes on and ends cleanly"""
+        self._kept = self._stored()
         apt("purge", "--autoremove", "tarvik")
         expect("it does not notice", lambda: self._log()[-1] == "the program was removed; going on without it")
         self._draw()
@@ -226,9 +227,12 @@ class Life:
             raise Failed("left: " + " ".join(left))
         if self._entry(self._autostart) or self._entry("tarvik.desktop"):
             raise Failed("an entry would start something")
+        if self._stored() != self._kept or not self._kept.startswith(SETTINGS.split("\n", maxsplit=1)[0]):
+            raise Failed(f"the settings were\n{self._kept}and are\n{self._stored()}")
+
+    def _stored(self):
         with open(self._settings, encoding="utf-8") as file:
-            if file.read() != SETTINGS:
-                raise Failed("the settings have changed")
+            return file.read()
 
     @staticmethod
     def _entry(name):
