@@ -99,6 +99,9 @@ class LiveScript(DesktopTest):
             button, at = BUTTONS[arguments[0]], point(arguments[1])
             self.reaches += [("press", button, *at), ("release", button, *at)]
             self.probe.wait_for(self.reaches[-1])
+        elif what == "press":
+            self.reaches.append(("press", BUTTONS[arguments[0]], *point(arguments[1])))
+            self.probe.wait_for(self.reaches[-1])
         elif what == "perform":
             line = f"perform {TITLES[arguments[0]]}"
             self.performed.append(line)

@@ -141,6 +141,14 @@ class GeneralTab(PreferencesTest):
         self.expect_stored(window, "minStroke", "90")
         self.keyboard.tap(KEY_HOME)
         self.expect_stored(window, "minStroke", "15")
+        for _ in range(4):
+            self.keyboard.tap(KEY_TAB)
+        self.expect("the last slider", lambda: "focused" in window.see("Hold still to drag", "Slider").states)
+        for key, value, said in ((KEY_END, "1000", "1000 ms"), (KEY_HOME, "0", "Off"), (KEY_RIGHT, "200", "200 ms")):
+            self.keyboard.tap(key)
+            self.expect_stored(window, "dragDelay", value)
+            self.assertEqual(window.see("Hold still to drag", "Slider").description, said)
+        self.picture("general-hold-still")
         window.close()
         self.assertIsNone(self.tarvik_process.process.poll())
         window.open(self.tarvik_process, PROGRAM)
