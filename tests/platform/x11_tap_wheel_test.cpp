@@ -50,10 +50,9 @@ TEST_F(X11Tap, turnsWhileThePressIsBeingDecidedCount) {
         // Some before the tap has listed the axes, some after it.
         for (const std::size_t early : {std::size_t(0), turns.size() / 2, turns.size()}) {
             SCOPED_TRACE(fmt::format("{} {}, {} early", mouse, testing::PrintToString(turns), early));
-            Lines asked = {"down 1 at 300,200"};
+            Lines expected;
             for (const int turn : turns)
-                asked.push_back(fmt::format("wheel {} 0 ({})", -turn, -turn));
-            asked.push_back("up 1 at 300,200");
+                expected.push_back(fmt::format("wheel {} 0 ({})", -turn, -turn));
             const auto turnThe = [mouse = std::string(mouse), turns = turns](std::size_t from, std::size_t to) {
                 DesktopInput wheel;
                 for (auto i = from; i < to; ++i)
@@ -64,7 +63,12 @@ TEST_F(X11Tap, turnsWhileThePressIsBeingDecidedCount) {
             turnThe(early, turns.size());
             onTap([] {});
             input("mouse release 3");
-            expectAsked(asked);
+            auto lines = asked(turns.size() + 2);
+            ASSERT_EQ(lines.size(), turns.size() + 2) << testing::PrintToString(lines);
+            EXPECT_EQ(lines.front(), "down 1 at 300,200");
+            EXPECT_EQ(lines.back(), "up 1 at 300,200");
+            // Of two opposite turns within microseconds, which no hand makes, either may be taken for the first.
+            EXPECT_THAT(Lines(lines.begin() + 1, lines.end() - 1), testing::UnorderedElementsAreArray(expected));
             // None of them is left in the axis.
             input(fmt::format("{} wheel 0 1", mouse));
             expectSeen({"scroll 1"});

@@ -18,8 +18,8 @@ void RunLoopTimer::add(CFTimeInterval delay, CFTimeInterval interval) {
         const auto tick = static_cast<RunLoopTimer*>(self)->tick_; // outlives the timer
         tick();
     };
-    timer_ = CfRef<CFRunLoopTimerRef>::adopt(CFRunLoopTimerCreate(
-        kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + delay, interval, 0, 0, fire, &context));
+    timer_ = CfRef<CFRunLoopTimerRef>::adopt(
+        CFRunLoopTimerCreate(kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + delay, interval, 0, 0, fire, &context));
     CFRunLoopAddTimer(CFRunLoopGetMain(), timer_.get(), kCFRunLoopCommonModes);
 }
 

@@ -7,8 +7,8 @@
 
 namespace tarvik {
 
-/// Fires in every mode of the main run loop, menus and modal windows included, until it is destroyed; a tick may do that.
-/// Main thread.
+/// Fires in every mode of the main run loop, menus and modal windows included, until it is destroyed; a tick may do
+/// that. Main thread.
 class RunLoopTimer {
 public:
     /// `tolerance` is how late it may fire, so that the system can wake up once for several timers; seconds.

@@ -121,15 +121,17 @@ protected:
         done->get_future().wait();
     }
 
-    /// What the handler has been asked since the last time: these lines and no more.
-    void expectAsked(const Lines& expected) {
+    /// What the handler has been asked since the last time, once there are as many lines.
+    Lines asked(std::size_t count) {
         eventually([&] {
             const std::lock_guard lock(mutex);
-            return asked_.size() >= expected.size();
+            return asked_.size() >= count;
         });
         onTap([] {});
-        EXPECT_EQ(taken(asked_), expected);
+        return taken(asked_);
     }
+    /// These lines and no more.
+    void expectAsked(const Lines& expected) { EXPECT_EQ(asked(expected.size()), expected); }
 
     /// What the application has seen since the last time, once `until` is there. Ends with a click of a button that
     /// nobody cares for, so that nothing is still to come.
