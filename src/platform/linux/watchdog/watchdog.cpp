@@ -13,6 +13,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
+/// From a press to the question: until then the tap, the server and the application have the processors for themselves,
+/// for what the watchdog is there to see arrive.
+constexpr milliseconds calm(50);
+
 /// For the end of a process: one that waits for a disk ends when that has answered.
 constexpr std::chrono::seconds longestEnd(10);
 
@@ -24,12 +28,14 @@ bool Watchdog::watch() {
     while (true) {
         readPresses(); // Xlib may have read some while it waited for an answer
         std::optional<milliseconds> left;
-        if (question_)
-            left = std::chrono::ceil<milliseconds>(question_->step + Patience::step - Clock::now());
+        if (const auto next = due())
+            left = std::chrono::ceil<milliseconds>(*next - Clock::now());
         waitForNews(left);
         readSign();
         if (!line_.open() || x_.lost())
             return false;
+        if (waiting_ && Clock::now() >= waiting_->until)
+            askAboutWaiting();
         if (question_ && Clock::now() - question_->step >= Patience::step && silent())
             return end(question_->press);
     }
@@ -40,6 +46,12 @@ void Watchdog::waitForNews(std::optional<milliseconds> longest) const {
     poll(sources, 2, longest ? static_cast<int>(std::max(*longest, milliseconds(0)).count()) : -1);
 }
 
+std::optional<Watchdog::Clock::time_point> Watchdog::due() const {
+    if (question_)
+        return question_->step + Patience::step;
+    return waiting_ ? std::optional(waiting_->until) : std::nullopt;
+}
+
 void Watchdog::ask(const std::optional<RawPress>& press) {
     const auto now = process_.sample(thread_);
     if (!now)
@@ -48,20 +60,27 @@ void Watchdog::ask(const std::optional<RawPress>& press) {
     line_.ask();
 }
 
+void Watchdog::askLater(const RawPress& press) { waiting_ = {press, Clock::now() + calm}; }
+
+void Watchdog::askAboutWaiting() { ask(std::exchange(waiting_, std::nullopt)->press); }
+
 void Watchdog::readSign() {
     if (!line_.sign())
         return;
     question_.reset();
     if (const auto press = std::exchange(later_, std::nullopt))
-        ask(press);
+        askLater(*press);
 }
 
 void Watchdog::readPresses() {
     while (const auto press = presses_.next()) {
+        // The one before may be the one that the tap has kept.
+        if (waiting_)
+            askAboutWaiting();
         if (question_)
             later_ = press;
         else
-            ask(press);
+            askLater(*press);
     }
 }
 
