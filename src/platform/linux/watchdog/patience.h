@@ -16,9 +16,8 @@ struct ThreadSample {
 
 /// Counts the time in which the thread could have answered. Time is cut into steps. One counts
 /// - when the thread is stopped: time would not help it,
-/// - when it wants to run, only if it was given processor time, in this step and those before that did not count: else
-/// the
-///   machine is busy with others, and so a loop without end is found out on any machine,
+/// - when it wants to run, only if it was given processor time, in this step and those before that did not count.
+///   Else the machine is busy with others; and so a loop without end is found out on any machine,
 /// - when it waits for something, only if the watchdog itself had its turn, and an answer of the server, soon enough:
 ///   else everybody waits, or the machine was asleep.
 class Patience {
