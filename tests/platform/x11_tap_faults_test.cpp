@@ -83,13 +83,24 @@ TEST_F(X11TapFaults, aMouseGoesAndComesBack) {
         expectClick("mouse2");
 
         input("mouse2 press 3");
-        expectAsked({"down 1 at 300,200"});
+        input("mouse2 move 20 0");
+        expectAsked({"down 1 at 300,200", "drag 1 at 320,200"});
         leave(); // in a hold
         expectAsked({"lost"});
+        input("mouse moveto 300 200");
         expectClick("mouse");
         bringBack("mouse2");
         expectClick("mouse2");
-        EXPECT_THAT(log.lines(), testing::ElementsAre("hold lost: its mouse has gone"));
+
+        input("mouse2 press 3");
+        leave(); // before it has moved: at first it may look like a click, which the device does not make any more
+        EXPECT_THAT(asked(2), testing::ElementsAre(clickAsked[0], testing::AnyOf("lost", clickAsked[1])));
+        EXPECT_TRUE(eventually([&] { return log.lines().size() == 2; }));
+        expectSeen({});
+        expectClick("mouse");
+        bringBack("mouse2");
+        expectClick("mouse2");
+        EXPECT_THAT(log.lines(), testing::Each("hold lost: its mouse has gone"));
         log.clear();
     }
 }

@@ -33,10 +33,10 @@ void WatchdogProcess::start(pid_t tapThread) {
     process_->setProcessChannelMode(QProcess::ForwardedChannels);
     process_->setStandardInputFile(QProcess::nullDevice());
     process_->setChildProcessModifier([descriptor = theirs.descriptor()] { fcntl(descriptor, F_SETFD, 0); });
+    connect_(std::move(ours)); // first: what the watchdog asks is answered even when this thread gets no further
     process_->start(companionProgram("tarvik-watchdog"),
                     {QString::number(theirs.descriptor()), QString::number(tapThread),
                      QString::fromStdString(executable().string()), QString::fromStdString(history_.text())});
-    connect_(std::move(ours));
 }
 
 void WatchdogProcess::end() {

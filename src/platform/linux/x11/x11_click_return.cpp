@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstddef>
+#include <iterator>
 #include <optional>
 
 namespace tarvik {
@@ -55,12 +56,32 @@ void X11ClickReturn::settle() {
             waiting_ = true;
             return;
         }
-        if (outcome == Outcome::refused && useStandIn(click))
-            continue;
-        if (outcome == Outcome::refused)
+        const bool refused = outcome == Outcome::refused;
+        const bool none = (refused || queue_.tellsOfDevices()) && wasNone(click);
+        if (refused && !none) {
+            if (useStandIn(click))
+                continue;
             log_.write("a click could not be given back: its mouse has gone");
+        }
         pending_.pop_front();
     }
+}
+
+void X11ClickReturn::devicesChanged() {
+    // The server does not report the releases of a device that it loses.
+    for (auto pressed = down_.begin(); pressed != down_.end();)
+        pressed = devices_.serves(pressed->first) ? std::next(pressed) : down_.erase(pressed);
+    pending_.erase(std::remove_if(pending_.begin(), pending_.end(),
+                                  [this](const Pending& pending) { return wasNone(pending.click); }),
+                   pending_.end());
+    waiting_ = waiting_ && !pending_.empty();
+}
+
+bool X11ClickReturn::wasNone(const ReturnedClick& click) const {
+    if (!click.unsure || devices_.serves(click.source, click.master))
+        return false;
+    log_.write("hold lost: its mouse has gone");
+    return true;
 }
 
 bool X11ClickReturn::useStandIn(ReturnedClick& click) const {

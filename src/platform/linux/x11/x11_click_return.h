@@ -23,6 +23,8 @@ struct ReturnedClick {
     /// Device pixels of the root window.
     int x = 0;
     int y = 0;
+    /// Nobody has asked whether it was the hand that let go: when the device turns out to have gone, it was the server.
+    bool unsure = false;
 };
 
 /// A click goes back as input of its own device while our grab is open: the grab is taken away, the device presses and
@@ -51,6 +53,8 @@ public:
     bool deferred() const { return deferred_; }
     /// For every raw event, in order.
     void follow(const XiEvent& event);
+    /// Another call of `settle` is due when something waits.
+    void devicesChanged();
     /// Whether the press is one of ours that came out of the server's queue late, after the grab was back. It must be
     /// replayed; it is given back by that.
     bool surfaced(const XiEvent& press);
@@ -74,6 +78,8 @@ private:
     using Events = std::deque<XiEvent>::const_iterator;
     /// What became of our press, by the raw events since before it.
     Outcome outcome(const Events& begin, const Events& end, int device, int button, unsigned long pressRequest) const;
+    /// Whether it was the loss of its device that ended the hold; writes so into the log.
+    bool wasNone(const ReturnedClick& click) const;
     /// For a device that has gone, or has no such button, the server's own makes the click. False when it could not.
     bool useStandIn(ReturnedClick& click) const;
     bool isDown(int button) const;

@@ -107,11 +107,11 @@ bool X11Devices::exists(int device) const {
     return std::unique_ptr<XIDeviceInfo, FreeDeviceInfo>(XIQueryDevice(display_, device, &count)) != nullptr;
 }
 
-bool X11Devices::serves(int device, int master) const {
+bool X11Devices::serves(int device, std::optional<int> master) const {
     const X11ErrorTrap vanishedDevice(display_);
     int count = 0;
     const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> info(XIQueryDevice(display_, device, &count));
-    return info && info->enabled && info->use == XISlavePointer && info->attachment == master;
+    return info && info->enabled && info->use == XISlavePointer && info->attachment == master.value_or(info->attachment);
 }
 
 std::vector<std::pair<int, int>> X11Devices::buttonsDown(int master) const {
@@ -133,6 +133,19 @@ std::vector<std::pair<int, int>> X11Devices::buttonsDown(int master) const {
         }
     }
     return down;
+}
+
+bool X11Devices::onePointer() {
+    if (!pointers_) {
+        int count = 0;
+        const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> masters(
+            XIQueryDevice(display_, XIAllMasterDevices, &count));
+        const auto* first = masters.get();
+        pointers_ =
+            static_cast<int>(std::count_if(first, first + (masters ? count : 0),
+                                           [](const XIDeviceInfo& device) { return device.use == XIMasterPointer; }));
+    }
+    return *pointers_ == 1;
 }
 
 bool X11Devices::canPlacePointer(int source) const {

@@ -40,9 +40,11 @@ public:
 
     /// One round trip.
     bool exists(int device) const;
-    /// Whether the device is plugged in, switched on, and moves the pointer `master`. One round trip.
-    bool serves(int device, int master) const;
+    /// Whether the device is plugged in, switched on, and moves a pointer, or the pointer `master`. One round trip.
+    bool serves(int device, std::optional<int> master = std::nullopt) const;
 
+    /// Whether the session has one pointer, as almost every session. A round trip after a change of the devices.
+    bool onePointer();
     /// What is down on the devices that move the pointer `master`: the device, and the button. One round trip.
     std::vector<std::pair<int, int>> buttonsDown(int master) const;
 
@@ -65,6 +67,7 @@ public:
     void forget() {
         opened_.clear();
         placed_.clear();
+        pointers_.reset();
     }
 
 private:
@@ -79,6 +82,7 @@ private:
     X11ButtonMap buttons_;
     std::map<int, std::unique_ptr<XDevice, Close>> opened_;
     std::map<int, int> placed_;
+    std::optional<int> pointers_;
 };
 
 } // namespace tarvik

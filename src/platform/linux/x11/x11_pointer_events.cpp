@@ -44,10 +44,14 @@ PointerEvent X11PointerEvents::notice(PointerEventType type) const {
     return result;
 }
 
-ReturnedClick X11PointerEvents::returned(const PointerEvent& press) {
+ReturnedClick X11PointerEvents::returned(const PointerEvent& press, bool unsure) {
     const auto& native = *static_cast<const NativePress*>(press.native.get());
-    return {native.xButton, native.source, native.master, static_cast<int>(std::floor(press.location.x)),
-            static_cast<int>(std::floor(press.location.y))};
+    return {native.xButton,
+            native.source,
+            native.master,
+            static_cast<int>(std::floor(press.location.x)),
+            static_cast<int>(std::floor(press.location.y)),
+            unsure};
 }
 
 } // namespace tarvik

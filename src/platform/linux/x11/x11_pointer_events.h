@@ -22,7 +22,7 @@ public:
     /// A notice, which no device sent, at the time of the last event.
     PointerEvent notice(PointerEventType type) const;
     /// The click, or the press, that a press of `make` is to be given back as; at the event's present location.
-    static ReturnedClick returned(const PointerEvent& press);
+    static ReturnedClick returned(const PointerEvent& press, bool unsure = false);
 
 private:
     const Screens& screens_;

@@ -71,8 +71,9 @@ void X11PointerFilter::process() {
         if (queue_.empty() && !hold_ && clicks_.deferred())
             clicks_.settle();
     }
+    missRelease();
     // What has arrived meanwhile was earlier.
-    if (wakeAt_ && std::chrono::steady_clock::now() >= wakeAtHere_) {
+    if (wakeAt_ && !releaseDue() && std::chrono::steady_clock::now() >= wakeAtHere_) {
         queue_.pull();
         if (queue_.empty())
             timeCame();
@@ -86,9 +87,10 @@ void X11PointerFilter::process() {
 
 std::optional<std::chrono::milliseconds> X11PointerFilter::timeLeft() const {
     using namespace std::chrono;
-    if (!wakeAt_)
+    if (!releaseDue() && !wakeAt_)
         return std::nullopt;
-    return std::max(milliseconds(0), ceil<milliseconds>(wakeAtHere_ - steady_clock::now()));
+    const auto next = releaseDue().value_or(wakeAtHere_);
+    return std::max(milliseconds(0), ceil<milliseconds>(next - steady_clock::now()));
 }
 
 void X11PointerFilter::process(const XiEvent& event) {
@@ -106,6 +108,7 @@ void X11PointerFilter::process(const XiEvent& event) {
         break;
     case XiEventType::rawPress:
         clicks_.follow(event);
+        rawPress(event);
         break;
     case XiEventType::rawRelease:
         clicks_.follow(event);
@@ -163,6 +166,9 @@ void X11PointerFilter::otherEvent(const XEvent& event) {
 void X11PointerFilter::devicesChanged() {
     // A device that goes releases its buttons; a master takes its grabs along.
     devices_.forget();
+    if (hold_)
+        hold_->devicesChanged = true;
+    clicks_.devicesChanged();
     reversal_.devicesChanged();
     renew();
     if (hold_ && !devices_.exists(hold_->master)) {

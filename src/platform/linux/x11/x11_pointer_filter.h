@@ -76,6 +76,14 @@ private:
         XiButtons downBefore;
         /// Other buttons that went down during the hold, and the device of each.
         std::vector<std::pair<int, int>> others;
+        /// The handler has been told of a movement or of the wheel: the hold may be more than a click.
+        bool moved = false;
+        /// A device has come or gone since the press.
+        bool devicesChanged = false;
+        /// Nobody has asked whether it was the hand that let go.
+        bool unsure = false;
+        /// The hand has let go, as the raw events tell: when the release has to be there. Until then nothing begins.
+        std::optional<std::chrono::steady_clock::time_point> releaseDue;
     };
 
     void process(const XiEvent& event);
@@ -85,7 +93,17 @@ private:
     void begin(const XiEvent& event);
     void end();
     void wheel(const XiEvent& event);
+    void rawPress(const XiEvent& event);
     void rawRelease(const XiEvent& event);
+    /// Whether the device with which the hold began has switched the trigger.
+    bool isTriggerOfHold(const XiEvent& raw) const;
+    std::optional<std::chrono::steady_clock::time_point> releaseDue() const {
+        return hold_ ? hold_->releaseDue : std::nullopt;
+    }
+    /// Loses the hold when its release is overdue.
+    void missRelease();
+    /// Whether a release is the hand's and not the server's, which releases the buttons of a device that it loses.
+    bool isByHand(const XiEvent& release);
     /// Whether the release that ends the hold has been read.
     bool releaseWaiting();
     /// Whether the release of the trigger has been read, is held back in the server by a press of ours, or is left to

@@ -9,6 +9,12 @@
 #include <utility>
 
 namespace tarvik {
+namespace {
+
+/// From the raw release to the release itself; the server sends both in one step.
+constexpr std::chrono::milliseconds longestRelease(20);
+
+} // namespace
 
 void X11PointerFilter::begin(const XiEvent& event) {
     if (decide(events_.make(event, triggerOf(trigger_).down, triggerOf(trigger_).button))) {
@@ -19,6 +25,8 @@ void X11PointerFilter::begin(const XiEvent& event) {
     clicks_.watch();
     allow(event, XIAsyncDevice);
     wheel_.begin();
+    devices_.prepare(event.source); // the click shall wait for nothing
+    devices_.onePointer();
 }
 
 void X11PointerFilter::motion(const XiEvent& event) {
@@ -27,6 +35,7 @@ void X11PointerFilter::motion(const XiEvent& event) {
     if (!hold_ || hold_->decided || event.location == hold_->location)
         return;
     hold_->location = event.location;
+    hold_->moved = true;
     decide(events_.make(event, triggerOf(trigger_).drag, triggerOf(trigger_).button));
 }
 
@@ -37,6 +46,7 @@ void X11PointerFilter::wheel(const XiEvent& event) {
             wheel_.takeBack(turn);
         if (hold_->decided)
             continue;
+        hold_->moved = true;
         auto scroll = events_.make(event, PointerEventType::scrollWheel, triggerOf(trigger_).button);
         scroll.vertical = turn.vertical;
         scroll.horizontal = turn.horizontal;
@@ -58,12 +68,26 @@ void X11PointerFilter::rawRelease(const XiEvent& event) {
             clicks_.settle();
         return;
     }
-    const bool letGo = event.source == hold_->source && devices_.buttons().logical(event.button) == hold_->button &&
-                       !hold_->decided && !wheelPass_.isOwn(event);
-    if (!letGo || releaseComes())
+    if (isTriggerOfHold(event) && !hold_->decided && !wheelPass_.isOwn(event) && !releaseComes())
+        hold_->releaseDue = std::chrono::steady_clock::now() + longestRelease;
+}
+
+void X11PointerFilter::rawPress(const XiEvent& event) {
+    // A release that has not come by now is left to that of this press.
+    if (hold_ && isTriggerOfHold(event))
+        hold_->releaseDue.reset();
+}
+
+bool X11PointerFilter::isTriggerOfHold(const XiEvent& raw) const {
+    return raw.source == hold_->source && devices_.buttons().logical(raw.button) == hold_->button;
+}
+
+void X11PointerFilter::missRelease() {
+    if (!releaseDue() || std::chrono::steady_clock::now() < *releaseDue())
         return;
+    hold_->releaseDue.reset();
     XSync(display_, False);
-    if (releaseComes())
+    if (hold_->decided || releaseComes())
         return;
     lose("another program has taken its mouse");
     // For the pointer the button is still down, and the mouse does not move it any more.
@@ -147,8 +171,8 @@ void X11PointerFilter::lose(const char* reason) {
 
 void X11PointerFilter::release(const XiEvent& event) {
     if (event.button == hold_->button && !hold_->decided) {
-        // The server itself releases the buttons of a device that it loses.
-        if (devices_.serves(event.source, event.master)) {
+        hold_->releaseDue.reset();
+        if (isByHand(event)) {
             hold_->decided = true;
             decide(events_.make(event, triggerOf(trigger_).up, triggerOf(trigger_).button));
         } else {
@@ -173,22 +197,31 @@ void X11PointerFilter::release(const XiEvent& event) {
         end();
 }
 
+bool X11PointerFilter::isByHand(const XiEvent& release) {
+    // A click needs no answer of the server first: a device that has gone refuses to make it.
+    const bool click = !hold_->moved && !hold_->devicesChanged && release.source == hold_->source;
+    hold_->unsure = click && devices_.onePointer() && devices_.prepare(release.source) == release.source;
+    if (hold_->unsure)
+        return true;
+    // The server tells of the loss in the same breath, before the release or after it.
+    XSync(display_, False);
+    queue_.pull();
+    return !(hold_->devicesChanged || queue_.tellsOfDevices()) || devices_.serves(release.source, release.master);
+}
+
 void X11PointerFilter::end() {
     wheel_.announce(hold_->source);
-    hold_.reset();
+    const bool unsure = std::exchange(hold_, {})->unsure;
     reversal_.holdEnded();
     for (const auto& posted : std::exchange(posted_, {})) {
         // A click is posted as press and release; the device makes both.
         if (posted.type == triggerOf(trigger_).down && posted.native)
-            clicks_.add(X11PointerEvents::returned(posted));
+            clicks_.add(X11PointerEvents::returned(posted, unsure));
     }
     for (const auto& click : std::exchange(otherClicks_, {}))
         clicks_.add(click);
     clicks_.settle();
-    if (tasks_.empty())
-        return;
-    // An action may want to grab the pointer itself: ours must be gone when it begins.
-    XSync(display_, False);
+    // An action may want to grab the pointer itself. The server has ended our grab in the step that sent the release.
     for (const auto& task : std::exchange(tasks_, {}))
         task();
 }

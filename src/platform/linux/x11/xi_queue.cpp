@@ -1,5 +1,7 @@
 #include "platform/linux/x11/xi_queue.h"
 
+#include <algorithm>
+
 namespace tarvik {
 
 void XiQueue::pull() {
@@ -10,6 +12,11 @@ void XiQueue::pull() {
         else if (other.type != GenericEvent)
             other_(other);
     }
+}
+
+bool XiQueue::tellsOfDevices() const {
+    return std::any_of(events_.begin(), events_.end(),
+                       [](const XiEvent& event) { return event.type == XiEventType::devicesChanged; });
 }
 
 } // namespace tarvik

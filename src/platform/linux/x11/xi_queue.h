@@ -25,6 +25,8 @@ public:
         events_.pop_front();
         return event;
     }
+    /// Whether a device has come, gone, or got another pointer, by what has been read but not popped.
+    bool tellsOfDevices() const;
     /// What has been read but not popped, oldest first.
     const std::deque<XiEvent>& waiting() const { return events_; }
 
