@@ -111,7 +111,8 @@ bool X11Devices::serves(int device, std::optional<int> master) const {
     const X11ErrorTrap vanishedDevice(display_);
     int count = 0;
     const std::unique_ptr<XIDeviceInfo, FreeDeviceInfo> info(XIQueryDevice(display_, device, &count));
-    return info && info->enabled && info->use == XISlavePointer && info->attachment == master.value_or(info->attachment);
+    return info && info->enabled && info->use == XISlavePointer &&
+           info->attachment == master.value_or(info->attachment);
 }
 
 std::vector<std::pair<int, int>> X11Devices::buttonsDown(int master) const {
