@@ -61,7 +61,7 @@ TEST(KeyCharacters, printableUpperCasedDeadKeysByTheirAccent) {
     EXPECT_EQ(characterOf(XKB_KEY_dead_circumflex), "^");
     EXPECT_EQ(characterOf(XKB_KEY_KP_7), "7");
     for (const auto symbol : {XKB_KEY_F5, XKB_KEY_Return, XKB_KEY_Escape, XKB_KEY_BackSpace, XKB_KEY_Shift_L,
-                              XKB_KEY_NoSymbol, XKB_KEY_Multi_key})
+                              XKB_KEY_NoSymbol, XKB_KEY_Multi_key, 0x100DA00 /* half a character */})
         EXPECT_EQ(characterOf(static_cast<xkb_keysym_t>(symbol)), std::nullopt) << symbol;
 }
 

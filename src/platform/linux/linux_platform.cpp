@@ -37,6 +37,7 @@
 #include "platform/linux/x11/x11_permission.h"
 #include "platform/linux/x11/x11_screens.h"
 #include "platform/linux/x11/x11_selection_watch.h"
+#include "platform/linux/x11/x11_toolkit.h"
 #include "platform/linux/x11/x11_trail_panels.h"
 #include "ports/platform.h"
 
@@ -108,6 +109,7 @@ private:
     std::function<void()> layoutChanged_;
     X11KeyboardLayout layout_;
     QSocketNotifier layoutNotifier_;
+    const X11QuietToolkit quietToolkit_;
     X11MainConnection connection_;
     X11Screens screens_;
     X11TrailPanels panels_;

@@ -31,7 +31,8 @@ std::optional<std::string> characterOf(xkb_keysym_t symbol) {
     if (dead != std::end(deadKeys))
         return dead->accent;
     const auto code = xkb_keysym_to_utf32(symbol);
-    if (code < 0x20 || (code >= 0x7F && code < 0xA0))
+    const bool surrogate = code >= 0xD800 && code < 0xE000; // half a character: a keymap may name one
+    if (code < 0x20 || (code >= 0x7F && code < 0xA0) || surrogate)
         return std::nullopt;
     char text[8] = {};
     if (xkb_keysym_to_utf8(xkb_keysym_to_upper(symbol), text, sizeof text) <= 1)

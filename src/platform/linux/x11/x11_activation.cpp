@@ -1,6 +1,7 @@
 #include "platform/linux/x11/x11_activation.h"
 
 #include "platform/linux/x11/x11_main_connection.h"
+#include "platform/linux/x11/x11_toolkit.h"
 
 #include <QGuiApplication>
 #include <QWindow>
@@ -23,9 +24,8 @@ xcb_atom_t activeWindowAtom(xcb_connection_t* xcb) {
 
 void X11Activation::activate() {
     // The toolkit's own connection: the window manager must hear of a new window first.
-    auto* const toolkit = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    auto* const xcb = toolkit ? toolkit->connection() : nullptr;
-    if (!xcb || xcb_connection_has_error(xcb))
+    auto* const xcb = toolkitConnection();
+    if (!xcb)
         return;
     const auto root = xcb_setup_roots_iterator(xcb_get_setup(xcb)).data->root;
     const auto atom = activeWindowAtom(xcb);
