@@ -5,6 +5,8 @@ import unittest
 
 from desktop_test import DesktopTest, KEY_ESCAPE
 from desktop.applications import Browser, GtkEditor, QtEditor
+from desktop.probe import Probe
+from desktop.usage import wake_ups
 from virtual_desktop import LEFT, MIDDLE, RIGHT
 
 NO_GESTURE = "gesture '' scrolled=false -> unmapped"
@@ -75,6 +77,22 @@ class Clicks(DesktopTest):
         self.mouse.release(RIGHT)
         self.expect_menu(application, (point[0] + 12, point[1] + 7))
         tarvik.wait_for_log(NO_GESTURE, 2)
+
+    def test_what_is_not_ours_wakes_the_tap_alone(self):
+        """A press in an excluded application goes on at once; whatever wakes with the tap delays it."""
+        probe = self.enterContext(Probe(self.desk.env, managed=True))
+        tarvik = self.tarvik(excludedApps=["probe", "Probe"])
+        self.hand.click((400, 300))
+        probe.wait_for(("release", RIGHT, 400, 300))
+        time.sleep(1)  # the start is over
+        before, clicks = wake_ups(tarvik.process.pid), 20
+        for _ in range(clicks):
+            self.hand.click((400, 300))
+            time.sleep(0.06)
+        woken = {thread: count - before[thread] for thread, count in wake_ups(tarvik.process.pid).items()}
+        self.assertNotIn(NO_GESTURE, tarvik.log())
+        self.assertTrue(any(name == "tap" and count >= clicks for (_, name), count in woken.items()), woken)
+        self.assertTrue(all(name == "tap" or count < clicks // 2 for (_, name), count in woken.items()), woken)
 
 
 if __name__ == "__main__":
