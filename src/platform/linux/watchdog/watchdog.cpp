@@ -13,9 +13,10 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// From a press to the question: until then the tap, the server and the application have the processors for themselves,
-/// for what the watchdog is there to see arrive.
-constexpr milliseconds calm(50);
+/// From a press to the question. Until then the watchdog does not even read the press: the tap, the server and the
+/// application have the processors for themselves, for what it is there to see arrive. Longer than most clicks, so that
+/// it sleeps through the press that gives a click back.
+constexpr milliseconds calm(100);
 
 /// For the end of a process: one that waits for a disk ends when that has answered.
 constexpr std::chrono::seconds longestEnd(10);
@@ -26,30 +27,34 @@ bool Watchdog::watch() {
     XSync(x_.display(), False); // from here on no press escapes; what was before, the first question finds out
     ask({});
     while (true) {
-        readPresses(); // Xlib may have read some while it waited for an answer
-        std::optional<milliseconds> left;
-        if (const auto next = due())
-            left = std::chrono::ceil<milliseconds>(*next - Clock::now());
-        waitForNews(left);
-        readSign();
+        waitForNews();
+        if (line_.sign())
+            question_.reset();
         if (!line_.open() || x_.lost())
             return false;
-        if (waiting_ && Clock::now() >= waiting_->until)
-            askAboutWaiting();
+        if (until_ && Clock::now() >= *until_) {
+            until_.reset();
+            askAboutPresses();
+        }
         if (question_ && Clock::now() - question_->step >= Patience::step && silent())
             return end(question_->press);
     }
 }
 
-void Watchdog::waitForNews(std::optional<milliseconds> longest) const {
-    pollfd sources[] = {{line_.descriptor(), POLLIN, 0}, {ConnectionNumber(x_.display()), POLLIN, 0}};
-    poll(sources, 2, longest ? static_cast<int>(std::max(*longest, milliseconds(0)).count()) : -1);
-}
-
-std::optional<Watchdog::Clock::time_point> Watchdog::due() const {
+void Watchdog::waitForNews() {
+    const bool open = !question_ && !until_; // for presses
+    std::optional<Clock::time_point> due = until_;
     if (question_)
-        return question_->step + Patience::step;
-    return waiting_ ? std::optional(waiting_->until) : std::nullopt;
+        due = question_->step + Patience::step;
+    milliseconds longest(-1);
+    if (due)
+        longest = std::max(std::chrono::ceil<milliseconds>(*due - Clock::now()), milliseconds(0));
+    pollfd sources[] = {{line_.descriptor(), POLLIN, 0}, {open ? ConnectionNumber(x_.display()) : -1, POLLIN, 0}};
+    // Xlib may have read some while it waited for an answer.
+    const bool known = open && XEventsQueued(x_.display(), QueuedAlready) > 0;
+    poll(sources, 2, known ? 0 : static_cast<int>(longest.count()));
+    if (known || sources[1].revents != 0)
+        until_ = Clock::now() + calm;
 }
 
 void Watchdog::ask(const std::optional<RawPress>& press) {
@@ -60,28 +65,13 @@ void Watchdog::ask(const std::optional<RawPress>& press) {
     line_.ask();
 }
 
-void Watchdog::askLater(const RawPress& press) { waiting_ = {press, Clock::now() + calm}; }
-
-void Watchdog::askAboutWaiting() { ask(std::exchange(waiting_, std::nullopt)->press); }
-
-void Watchdog::readSign() {
-    if (!line_.sign())
-        return;
-    question_.reset();
-    if (const auto press = std::exchange(later_, std::nullopt))
-        askLater(*press);
-}
-
-void Watchdog::readPresses() {
-    while (const auto press = presses_.next()) {
-        // The one before may be the one that the tap has kept.
-        if (waiting_)
-            askAboutWaiting();
-        if (question_)
-            later_ = press;
-        else
-            askLater(*press);
-    }
+void Watchdog::askAboutPresses() {
+    // One answer is for all that have come so far.
+    const auto first = presses_.next();
+    for (auto press = first; press; press = presses_.next())
+        ;
+    if (first)
+        ask(first);
 }
 
 bool Watchdog::silent() {

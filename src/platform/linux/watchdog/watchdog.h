@@ -38,20 +38,9 @@ private:
         Clock::time_point step;
     };
 
-    /// A press that nobody has been asked about yet.
-    struct Waiting {
-        RawPress press;
-        Clock::time_point until;
-    };
-
-    void waitForNews(std::optional<std::chrono::milliseconds> longest) const;
-    /// When there is something to do without any news.
-    std::optional<Clock::time_point> due() const;
+    void waitForNews();
     void ask(const std::optional<RawPress>& press);
-    void askLater(const RawPress& press);
-    void askAboutWaiting();
-    void readSign();
-    void readPresses();
+    void askAboutPresses();
     /// At the end of a step without a sign. True when there was enough time for one.
     bool silent();
     bool end(const std::optional<RawPress>& press);
@@ -61,11 +50,9 @@ private:
     Lifeline line_;
     const GuardedProcess process_;
     const pid_t thread_;
-    /// Never together with a question.
-    std::optional<Waiting> waiting_;
+    /// Something has come from the server: when to look what it is. Never together with a question.
+    std::optional<Clock::time_point> until_;
     std::optional<Question> question_;
-    /// A press that came while a question was under way: the tap may have stopped after its answer.
-    std::optional<RawPress> later_;
     char reason_ = '?';
 };
 
