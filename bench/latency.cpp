@@ -2,9 +2,10 @@
 //
 //   latency
 //
-// Reads lines "click HOLD COUNT", "press COUNT" or "gesture COUNT" from standard input, for as long as there are any,
-// and answers each with one line: how many were lost, and the microseconds of the others, from the event of the mouse
-// that decides to the first event that the application reads:
+// Reads lines "click HOLD REST COUNT", "press REST COUNT" or "gesture REST COUNT" from standard input, for as long as
+// there are any; HOLD, while the button is down, and REST, after each round, are milliseconds. Answers each with one
+// line: how many were lost, and the microseconds of the others, from the event of the mouse that decides to the first
+// event that the application reads:
 //
 //   click    release of the right button, pressed for HOLD milliseconds -> the press that is given back
 //   press    press -> press
@@ -39,10 +40,6 @@ using std::chrono::milliseconds;
 
 constexpr int right = 3;
 constexpr milliseconds lost(500);
-/// After which whatever a filter still has to do is done.
-constexpr milliseconds rest(12);
-/// A trail goes away in that time.
-constexpr milliseconds restAfterGesture(40);
 
 void wait(milliseconds time) { std::this_thread::sleep_for(time); }
 
@@ -124,12 +121,10 @@ public:
             wait(milliseconds(2));
         }
         rightwards_ = !rightwards_;
-        const auto time = timed(false, XI_KeyPress, std::nullopt);
-        wait(restAfterGesture);
-        return time;
+        return timed(false, XI_KeyPress, std::nullopt);
     }
-    void rest() {
-        wait(::rest);
+    void rest(milliseconds time) {
+        wait(time);
         application_.forget();
     }
 
@@ -152,11 +147,12 @@ void measure(Hand& hand, const std::string& line) {
     std::istringstream words(line);
     std::string what;
     int hold = 0;
+    int rest = 0;
     int count = 0;
     words >> what;
     if (what == "click")
         words >> hold;
-    words >> count;
+    words >> rest >> count;
     int missing = 0;
     std::vector<double> times;
     for (int i = 0; i < count; ++i) {
@@ -167,7 +163,7 @@ void measure(Hand& hand, const std::string& line) {
             times.push_back(std::chrono::duration<double, std::micro>(*time).count());
         else
             ++missing;
-        hand.rest();
+        hand.rest(milliseconds(rest));
     }
     std::printf("%d", missing);
     for (const double time : times)

@@ -12,6 +12,9 @@ from virtual_desktop import VirtualDesktop
 ROUNDS = 10
 CLICKS = {"minStroke": 100000}
 HOLD = 8  # milliseconds: longer than what happens at the press, shorter than most hands'
+REST = 12  # after which whatever a filter still has to do is done
+REST_AFTER_GESTURE = 52  # a trail goes away in that time
+ALONE_HOLD, ALONE_REST = 80, 150  # a hand's; who looks after presses for a while does so at each of these
 
 
 class Bench:
@@ -77,14 +80,19 @@ def _added(samples, base, figure):
 
 
 def click(context):
-    """A click that is given back, after a press of `HOLD` milliseconds."""
+    """A click that is given back; one after the other, and alone."""
+    return [_click(context, "Give-back of a click", HOLD, REST, 300 if context.quick else 2000),
+            _click(context, "Give-back of a click alone", ALONE_HOLD, ALONE_REST, 60 if context.quick else 300)]
+
+
+def _click(context, title, hold, rest, count):
     with Bench(context) as bench:
-        samples = bench.compare(300 if context.quick else 2000,
-                                no_filter=(contextlib.nullcontext, "press"),
-                                bare=(lambda: bench.bare("click"), f"click {HOLD}"),
-                                tarvik=(lambda: bench.tarvik(CLICKS), f"click {HOLD}"))
+        samples = bench.compare(count,
+                                no_filter=(contextlib.nullcontext, f"press {rest}"),
+                                bare=(lambda: bench.bare("click"), f"click {hold} {rest}"),
+                                tarvik=(lambda: bench.tarvik(CLICKS), f"click {hold} {rest}"))
     base = samples["no_filter"].median
-    table = _table("Give-back of a click", samples)
+    table = _table(title, samples)
     table.goal("median added to no filter, Tarvik : bare", _added(samples, base, lambda s: s.median), 1.15)
     table.goal("p99, Tarvik : bare", samples["tarvik"].p99 / samples["bare"].p99, 1.3)
     table.goal("lost", samples["tarvik"].lost, 0)
@@ -92,14 +100,19 @@ def click(context):
 
 
 def refused(context):
-    """A press in an excluded application."""
+    """A press in an excluded application; one after the other, and alone."""
+    return [_refused(context, "Refused press", REST, 300 if context.quick else 2000),
+            _refused(context, "Refused press alone", ALONE_REST, 60 if context.quick else 300)]
+
+
+def _refused(context, title, rest, count):
     with Bench(context) as bench:
-        samples = bench.compare(300 if context.quick else 2000,
-                                no_filter=(contextlib.nullcontext, "press"),
-                                bare=(lambda: bench.bare("replay"), "press"),
-                                tarvik=(lambda: bench.tarvik({"excludedApps": ["latency"]}), "press"))
+        samples = bench.compare(count,
+                                no_filter=(contextlib.nullcontext, f"press {rest}"),
+                                bare=(lambda: bench.bare("replay"), f"press {rest}"),
+                                tarvik=(lambda: bench.tarvik({"excludedApps": ["latency"]}), f"press {rest}"))
     base = samples["no_filter"].median
-    table = _table("Refused press", samples)
+    table = _table(title, samples)
     table.goal("median, Tarvik : bare", samples["tarvik"].median / samples["bare"].median, 1.1)
     table.goal("median added to no filter, Tarvik : bare", _added(samples, base, lambda s: s.median), 1.1)
     table.goal("lost", samples["tarvik"].lost, 0)
@@ -112,8 +125,8 @@ def action(context):
     mappings = {"L": "reload", "R": "reload"}
     with Bench(context) as bench:
         samples = bench.compare(150 if context.quick else 1000,
-                                bare=(lambda: bench.bare("keys"), "gesture"),
-                                tarvik=(lambda: bench.tarvik({"mappings": mappings}), "gesture"))
+                                bare=(lambda: bench.bare("keys"), f"gesture {REST_AFTER_GESTURE}"),
+                                tarvik=(lambda: bench.tarvik({"mappings": mappings}), f"gesture {REST_AFTER_GESTURE}"))
     table = _table("Action, from the release to the first key", samples)
     table.goal("median, Tarvik : bare", samples["tarvik"].median / samples["bare"].median, 1.2)
     table.goal("lost", samples["tarvik"].lost, 0)
