@@ -85,14 +85,20 @@ class Clicks(DesktopTest):
         self.hand.click((400, 300))
         probe.wait_for(("release", RIGHT, 400, 300))
         time.sleep(1)  # the start is over
-        before, clicks = wake_ups(tarvik.process.pid), 20
+        before, clicks = self.woken(tarvik), 20
         for _ in range(clicks):
             self.hand.click((400, 300))
             time.sleep(0.06)
-        woken = {thread: count - before[thread] for thread, count in wake_ups(tarvik.process.pid).items()}
+        woken = {name: count - before[name] for name, count in self.woken(tarvik).items()}
         self.assertNotIn(NO_GESTURE, tarvik.log())
-        self.assertTrue(any(name == "tap" and count >= clicks for (_, name), count in woken.items()), woken)
-        self.assertTrue(all(name == "tap" or count < clicks // 2 for (_, name), count in woken.items()), woken)
+        self.assertGreaterEqual(woken.pop("tap"), clicks)
+        self.assertTrue(all(count < clicks // 2 for count in woken.values()), woken)
+
+    @staticmethod
+    def woken(tarvik):
+        """How often each thread that has a name of its own has waited, and the main thread; the rest are a sanitizer's."""
+        return {name: count for (thread, name), count in wake_ups(tarvik.process.pid).items()
+                if name != "tarvik" or thread == tarvik.process.pid}
 
 
 if __name__ == "__main__":
