@@ -38,14 +38,11 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     devices_.fakeButton(source, button, true);
     if (alreadyUp)
         devices_.fakeButton(source, button, false);
-    XSync(display_, False);
-    queue_.pull();
-
-    const auto& events = queue_.waiting();
-    const auto press = std::find_if(events.begin(), events.end(), [pressRequest](const XiEvent& event) {
-        return event.type == XiEventType::press && event.serial == pressRequest;
-    });
-    const bool resumed = press != events.end();
+    auto press = pressOf(pressRequest);
+    // Another turn may have been quicker, and the window manager looks at that one first.
+    if (!press && probe_.waitUntilFree(master, longestWait))
+        press = pressOf(pressRequest);
+    const bool resumed = press.has_value();
     // At once: the next turn may be waiting before it, and would find the pointer frozen.
     if (resumed)
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
@@ -60,7 +57,22 @@ bool X11WheelPass::isOwn(const XiEvent& event) const {
     const auto type = event.type == XiEventType::rawRelease ? XiEventType::release
                       : event.type == XiEventType::rawPress ? XiEventType::press
                                                             : event.type;
+    if (type == XiEventType::press && late_ == std::pair(event.source, event.time))
+        return true;
     return std::find(expected_.begin(), expected_.end(), std::pair(type, event.serial)) != expected_.end();
+}
+
+std::optional<XiEvent> X11WheelPass::pressOf(unsigned long request) {
+    XSync(display_, False);
+    queue_.pull();
+    for (const auto& event : queue_.waiting()) {
+        // What the device did is reported at once. No press of the hand has the same time: one of the two releases it.
+        if (event.type == XiEventType::rawPress && event.serial == request)
+            late_.emplace(event.source, event.time);
+        if (event.type == XiEventType::press && isOwn(event) && event.serial >= request)
+            return event;
+    }
+    return std::nullopt;
 }
 
 void X11WheelPass::forgetExpected() {

@@ -7,6 +7,7 @@
 #include "platform/linux/x11/xi_queue.h"
 
 #include <deque>
+#include <optional>
 #include <utility>
 
 namespace tarvik {
@@ -29,6 +30,8 @@ public:
 
 private:
     void forgetExpected();
+    /// What the press that this request has faked brought us. A round trip.
+    std::optional<XiEvent> pressOf(unsigned long request);
 
     Display* const display_;
     XiQueue& queue_;
@@ -37,6 +40,9 @@ private:
     X11HoldWheel& wheel_;
     /// Events that our requests have brought or will bring, in order.
     std::deque<std::pair<XiEventType, unsigned long>> expected_;
+    /// The device and the time of our last press: while another client looks at something, it comes late, and with
+    /// another serial number.
+    std::optional<std::pair<int, Time>> late_;
 };
 
 } // namespace tarvik
