@@ -3,6 +3,7 @@
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <thread>
 
 namespace tarvik {
@@ -27,6 +28,21 @@ bool X11PointerProbe::waitUntilFree(int master, std::chrono::milliseconds longes
         std::this_thread::sleep_for(pause);
     }
     return true;
+}
+
+bool X11PointerProbe::isDown(int master, int button) const {
+    ::Window root = 0;
+    ::Window child = 0;
+    double place[4] = {};
+    XIButtonState down{};
+    XIModifierState modifiers{};
+    XIGroupState group{};
+    if (!XIQueryPointer(display_, master, DefaultRootWindow(display_), &root, &child, &place[0], &place[1], &place[2],
+                        &place[3], &down, &modifiers, &group))
+        return false;
+    const bool result = button < down.mask_len * 8 && XIMaskIsSet(down.mask, button) != 0;
+    std::free(down.mask);
+    return result;
 }
 
 bool X11PointerProbe::isTaken(int master) const {

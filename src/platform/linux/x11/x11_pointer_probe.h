@@ -19,6 +19,8 @@ public:
     /// Returns once no other client has the pointer of this master, or after `longest`; whether nobody has it. At least
     /// one round trip.
     bool waitUntilFree(int master, std::chrono::milliseconds longest) const;
+    /// Whether the button is down for the pointer `master`. What waits in a frozen pointer is not yet. A round trip.
+    bool isDown(int master, int button) const;
 
 private:
     bool isTaken(int master) const;

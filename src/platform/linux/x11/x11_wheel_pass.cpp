@@ -12,6 +12,8 @@ namespace {
 
 /// How long a window manager may look at a turn of the wheel. The pointer waits for it, with us or without us.
 constexpr std::chrono::milliseconds longestWait(1000);
+/// The same at a turn that came in between: clicks that follow wait for us meanwhile.
+constexpr std::chrono::milliseconds longestLook(100);
 
 } // namespace
 
@@ -39,8 +41,9 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     if (alreadyUp)
         devices_.fakeButton(source, button, false);
     auto press = pressOf(pressRequest);
-    // Another turn may have been quicker, and the window manager looks at that one first.
-    if (!press && probe_.waitUntilFree(master, longestWait))
+    // Another turn may have been quicker, and the window manager looks at that one first. A press that has been dealt
+    // with went to a client that had the pointer, and will not come.
+    if (!press && !probe_.isDown(master, button) && probe_.waitUntilFree(master, longestLook))
         press = pressOf(pressRequest);
     const bool resumed = press.has_value();
     // At once: the next turn may be waiting before it, and would find the pointer frozen.
