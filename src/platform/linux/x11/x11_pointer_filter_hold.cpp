@@ -198,7 +198,8 @@ void X11PointerFilter::release(const XiEvent& event) {
 }
 
 bool X11PointerFilter::isByHand(const XiEvent& release) {
-    // A click needs no answer of the server first: a device that has gone refuses to make it.
+    // A click needs no answer of the server first: a device that has gone refuses to make it. With a second pointer it
+    // may have gone there, and would click.
     const bool click = !hold_->moved && !hold_->devicesChanged && release.source == hold_->source;
     hold_->unsure = click && devices_.onePointer() && devices_.prepare(release.source) == release.source;
     if (hold_->unsure)
