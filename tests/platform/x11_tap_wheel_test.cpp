@@ -167,5 +167,37 @@ TEST_F(X11Tap, aPointerThatDoesNotComeBackEndsTheHold) {
     expectSeen(rightClick);
 }
 
+TEST_F(X11Tap, whoLetsGoWhileATurnPassesHasClicked) {
+    wheel = Wheel::pass;
+    for (const std::string mouse : {"mouse", "mouse2"}) {
+        input(mouse + " wheel 0 1");
+        input(mouse + " moveto 300 200");
+    }
+    seenUntil([](const Lines&) { return true; });
+    SlowWindowManager windowManager;
+    for (const bool overtaken : {false, true}) {
+        SCOPED_TRACE(overtaken ? "another mouse presses before the hold is back" : "alone");
+        Lines toAsk = {"down 1 at 300,200", "wheel -1 0 (-1)", "up 1 at 300,200"};
+        Lines toSee = {"scroll 1", rightClick[0], rightClick[1]};
+        input("mouse press 3");
+        onTap([] {});
+        input("mouse wheel 0 1");
+        windowManager.waitForTurn();
+        input("mouse release 3");
+        if (overtaken) {
+            input("mouse2 press 3");
+            toAsk.insert(toAsk.end(), {"down 1 at 300,200", "up 1 at 300,200"});
+            toSee.insert(toSee.end(), {"press 3 at 300,200 mouse2", "release 3 at 300,200 mouse2"});
+        }
+        windowManager.letGo();
+        onTap([] {});
+        if (overtaken)
+            input("mouse2 release 3");
+        expectAsked(toAsk);
+        EXPECT_THAT(seenUntil([&](const Lines& all) { return all.size() >= toSee.size(); }),
+                    testing::UnorderedElementsAreArray(toSee));
+    }
+}
+
 } // namespace
 } // namespace tarvik

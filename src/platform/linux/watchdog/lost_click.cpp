@@ -4,7 +4,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdlib>
 #include <thread>
 
 namespace tarvik {
@@ -16,8 +15,11 @@ constexpr auto patience = 1s;
 constexpr auto pause = 10ms;
 /// Device pixels; who moves further draws.
 constexpr double farthest = 30;
-/// Of those that are clicked; the wheel's come after them.
-constexpr int buttons = 3;
+
+/// Whether one is down of those that are clicked; the wheel's come after them.
+bool isPressed(const PointerState& pointer) { return pointer.down[1] || pointer.down[2] || pointer.down[3]; }
+
+bool isFar(Point a, Point b) { return std::abs(a.x - b.x) > farthest || std::abs(a.y - b.y) > farthest; }
 
 std::optional<int> masterOf(Display* display, int device) {
     int count = 0;
@@ -38,19 +40,19 @@ LostClick::LostClick(const X11Connection& x, const RawPress& press)
     , press_(press)
     , master_(masterOf(x.display(), press.source))
     , taken_(master_ && !probe_.waitUntilFree(*master_, 0ms))
-    , location_(pointer().location) {}
+    , before_(pointer()) {}
 
 bool LostClick::giveBack() {
-    if (!taken_ || !probe_.waitUntilFree(*master_, patience))
+    if (!taken_ || !before_ || !probe_.waitUntilFree(*master_, patience))
         return false;
     const auto deadline = std::chrono::steady_clock::now() + patience;
     auto now = pointer();
-    for (; now.pressed; now = pointer()) {
+    for (; now && isPressed(*now); now = pointer()) {
         if (std::chrono::steady_clock::now() > deadline)
             return false;
         std::this_thread::sleep_for(pause);
     }
-    if (std::abs(now.location.x - location_.x) > farthest || std::abs(now.location.y - location_.y) > farthest)
+    if (!now || isFar(now->location, before_->location))
         return false;
     const int button = devices_.buttons().logical(press_.button);
     devices_.fakeButton(press_.source, button, true);
@@ -59,27 +61,6 @@ bool LostClick::giveBack() {
     return true;
 }
 
-LostClick::Pointer LostClick::pointer() const {
-    Pointer result;
-    if (!master_)
-        return result;
-    ::Window root = 0;
-    ::Window child = 0;
-    double x = 0;
-    double y = 0;
-    double insideX = 0;
-    double insideY = 0;
-    XIButtonState down{};
-    XIModifierState modifiers{};
-    XIGroupState group{};
-    if (!XIQueryPointer(x_.display(), *master_, x_.root(), &root, &child, &x, &y, &insideX, &insideY, &down, &modifiers,
-                        &group))
-        return result;
-    result.location = {x, y};
-    for (int button = 1; button <= buttons && button < down.mask_len * 8; ++button)
-        result.pressed |= XIMaskIsSet(down.mask, button) != 0;
-    std::free(down.mask);
-    return result;
-}
+std::optional<PointerState> LostClick::pointer() const { return master_ ? probe_.state(*master_) : std::nullopt; }
 
 } // namespace tarvik

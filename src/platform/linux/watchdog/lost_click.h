@@ -5,7 +5,6 @@
 #include "platform/linux/x11/x11_connection.h"
 #include "platform/linux/x11/x11_devices.h"
 #include "platform/linux/x11/x11_pointer_probe.h"
-#include "support/geometry.h"
 
 #include <optional>
 
@@ -24,11 +23,7 @@ public:
     bool giveBack();
 
 private:
-    struct Pointer {
-        Point location;
-        bool pressed = false;
-    };
-    Pointer pointer() const;
+    std::optional<PointerState> pointer() const;
 
     const X11Connection& x_;
     X11Devices devices_;
@@ -36,7 +31,7 @@ private:
     const RawPress press_;
     const std::optional<int> master_;
     const bool taken_;
-    const Point location_;
+    const std::optional<PointerState> before_;
 };
 
 } // namespace tarvik

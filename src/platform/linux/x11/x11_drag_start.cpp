@@ -3,6 +3,29 @@
 #include <algorithm>
 
 namespace tarvik {
+namespace {
+
+/// A button of a device was faked up by one request and down by another: whether the hand released it before our press,
+/// by the raw events that have been read.
+bool handLetGo(const XiQueue& queue, const X11ButtonMap& buttons, int source, int button, unsigned long releaseRequest,
+               unsigned long pressRequest) {
+    // Of two events with the serial number of our request the first is ours.
+    bool ownReleaseSeen = false;
+    bool down = true;
+    for (const auto& event : queue.waiting()) {
+        if (event.source != source || buttons.logical(event.button) != button)
+            continue;
+        if (event.type == XiEventType::rawPress && event.serial == pressRequest)
+            break;
+        if (event.type == XiEventType::rawRelease && event.serial == releaseRequest && !ownReleaseSeen)
+            ownReleaseSeen = true;
+        else if (event.type == XiEventType::rawRelease || event.type == XiEventType::rawPress)
+            down = event.type == XiEventType::rawPress;
+    }
+    return !down;
+}
+
+} // namespace
 
 void X11DragStart::begin(const ReturnedClick& press) {
     // The hand's release comes from the device of the hold, so the press must too. One that cannot put the pointer to a
@@ -26,24 +49,6 @@ void X11DragStart::begin(const ReturnedClick& press) {
         log_.write("a press could not be handed on: its mouse has gone");
     else if (handLetGo(queue_, devices_.buttons(), press.source, press.button, releaseRequest, pressRequest))
         devices_.fakeButton(press.source, press.button, false);
-}
-
-bool handLetGo(const XiQueue& queue, const X11ButtonMap& buttons, int source, int button, unsigned long releaseRequest,
-               unsigned long pressRequest) {
-    // Of two events with the serial number of our request the first is ours.
-    bool ownReleaseSeen = false;
-    bool down = true;
-    for (const auto& event : queue.waiting()) {
-        if (event.source != source || buttons.logical(event.button) != button)
-            continue;
-        if (event.type == XiEventType::rawPress && event.serial == pressRequest)
-            break;
-        if (event.type == XiEventType::rawRelease && event.serial == releaseRequest && !ownReleaseSeen)
-            ownReleaseSeen = true;
-        else if (event.type == XiEventType::rawRelease || event.type == XiEventType::rawPress)
-            down = event.type == XiEventType::rawPress;
-    }
-    return !down;
 }
 
 } // namespace tarvik

@@ -30,9 +30,4 @@ private:
     LogSink& log_;
 };
 
-/// A button of a device was faked up by one request and down by another: whether the hand released it before our press,
-/// by the raw events that have been read.
-bool handLetGo(const XiQueue& queue, const X11ButtonMap& buttons, int source, int button, unsigned long releaseRequest,
-               unsigned long pressRequest);
-
 } // namespace tarvik

@@ -93,6 +93,8 @@ private:
     void begin(const XiEvent& event);
     void end();
     void wheel(const XiEvent& event);
+    /// A turn of the wheel was handed on, and the hold did not come back.
+    void passEnded(X11WheelPass::Outcome outcome, XiEvent event);
     void rawPress(const XiEvent& event);
     void rawRelease(const XiEvent& event);
     /// Whether the device with which the hold began has switched the trigger.

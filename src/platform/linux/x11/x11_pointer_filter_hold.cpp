@@ -54,12 +54,30 @@ void X11PointerFilter::wheel(const XiEvent& event) {
         // With other buttons down there is no way to the application, and the turn is dropped.
         if (!decide(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
             continue;
-        if (!wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button)) {
-            lose("another program has the pointer");
-            end();
+        const auto outcome = wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button);
+        if (outcome != X11WheelPass::Outcome::resumed) {
+            passEnded(outcome, event);
             return;
         }
     }
+}
+
+void X11PointerFilter::passEnded(X11WheelPass::Outcome outcome, XiEvent event) {
+    if (outcome == X11WheelPass::Outcome::released) {
+        if (const auto pointer = probe_.state(hold_->master))
+            event.location = pointer->location;
+        hold_->decided = true;
+        decide(events_.make(event, triggerOf(trigger_).up, triggerOf(trigger_).button));
+    } else {
+        lose("another program has the pointer");
+    }
+    // Another button that went down before the trigger went up has kept the grab, and ends the hold.
+    const auto& events = queue_.waiting();
+    const bool goesOn = std::any_of(events.begin(), events.end(), [this](const XiEvent& waiting) {
+        return waiting.type == XiEventType::press && waiting.button != hold_->button && !isWheelButton(waiting.button);
+    });
+    if (!goesOn)
+        end();
 }
 
 void X11PointerFilter::rawRelease(const XiEvent& event) {

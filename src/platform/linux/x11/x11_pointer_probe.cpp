@@ -16,6 +16,7 @@ constexpr std::chrono::microseconds longestPause(5000);
 
 X11PointerProbe::X11PointerProbe(Display* display, ::Window root)
     : display_(display)
+    , root_(root)
     , hidden_(XCreateWindow(display, root, 0, 0, 1, 1, 0, 0, InputOnly, CopyFromParent, 0, nullptr)) {}
 
 X11PointerProbe::~X11PointerProbe() { XDestroyWindow(display_, hidden_); }
@@ -30,17 +31,19 @@ bool X11PointerProbe::waitUntilFree(int master, std::chrono::milliseconds longes
     return true;
 }
 
-bool X11PointerProbe::isDown(int master, int button) const {
+std::optional<PointerState> X11PointerProbe::state(int master) const {
+    PointerState result;
     ::Window root = 0;
     ::Window child = 0;
-    double place[4] = {};
+    Point inside;
     XIButtonState down{};
     XIModifierState modifiers{};
     XIGroupState group{};
-    if (!XIQueryPointer(display_, master, DefaultRootWindow(display_), &root, &child, &place[0], &place[1], &place[2],
-                        &place[3], &down, &modifiers, &group))
-        return false;
-    const bool result = button < down.mask_len * 8 && XIMaskIsSet(down.mask, button) != 0;
+    if (!XIQueryPointer(display_, master, root_, &root, &child, &result.location.x, &result.location.y, &inside.x,
+                        &inside.y, &down, &modifiers, &group))
+        return std::nullopt;
+    for (int button = 0; button < down.mask_len * 8 && button < static_cast<int>(result.down.size()); ++button)
+        result.down[static_cast<std::size_t>(button)] = XIMaskIsSet(down.mask, button) != 0;
     std::free(down.mask);
     return result;
 }

@@ -1,7 +1,5 @@
 #include "platform/linux/x11/x11_wheel_pass.h"
 
-#include "platform/linux/x11/x11_drag_start.h"
-
 #include <X11/extensions/XInput2.h>
 
 #include <algorithm>
@@ -15,9 +13,26 @@ constexpr std::chrono::milliseconds longestWait(1000);
 /// The same at a turn that came in between: clicks that follow wait for us meanwhile.
 constexpr std::chrono::milliseconds longestLook(100);
 
+/// Of a button that our request has released: whether the hand did, before another request, by the raw events that have
+/// been read.
+bool handLetGo(const XiQueue& queue, const X11ButtonMap& buttons, int source, int button, unsigned long releaseRequest,
+               unsigned long before) {
+    bool ownSeen = false;
+    for (const auto& event : queue.waiting()) {
+        if (event.type != XiEventType::rawRelease || event.source != source ||
+            buttons.logical(event.button) != button || event.serial >= before)
+            continue;
+        // Of two events with the serial number of our request the first is ours.
+        if (event.serial != releaseRequest || ownSeen)
+            return true;
+        ownSeen = true;
+    }
+    return false;
+}
+
 } // namespace
 
-bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int button) {
+X11WheelPass::Outcome X11WheelPass::pass(const WheelTurn& turn, int source, int master, int button) {
     forgetExpected();
     devices_.prepare(source);
     devices_.prepare(turn.source);
@@ -26,33 +41,44 @@ bool X11WheelPass::pass(const WheelTurn& turn, int source, int master, int butto
     devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
     // While the window manager looks at the turn, a press would follow the turn to the application.
-    if (!probe_.waitUntilFree(master, longestWait))
-        return false;
+    const bool free = probe_.waitUntilFree(master, longestWait);
     const auto pressRequest = NextRequest(display_);
-    expected_.emplace_back(XiEventType::press, pressRequest);
-    // The hand may have let go meanwhile. Then both in one go: a process that is killed between two requests would
-    // leave the button down.
-    queue_.pull();
-    const auto letGo = [&] {
-        return handLetGo(queue_, devices_.buttons(), source, button, releaseRequest, pressRequest);
+    const auto letGoBefore = [&](unsigned long request) {
+        queue_.pull();
+        return handLetGo(queue_, devices_.buttons(), source, button, releaseRequest, request);
     };
-    const bool alreadyUp = letGo();
+    if (letGoBefore(pressRequest))
+        return Outcome::released;
+    if (!free)
+        return Outcome::taken;
+
+    expected_.emplace_back(XiEventType::press, pressRequest);
     devices_.fakeButton(source, button, true);
-    if (alreadyUp)
-        devices_.fakeButton(source, button, false);
     auto press = pressOf(pressRequest);
-    // Another turn may have been quicker, and the window manager looks at that one first. A press that has been dealt
-    // with went to a client that had the pointer, and will not come.
-    if (!press && !probe_.isDown(master, button) && probe_.waitUntilFree(master, longestLook))
+    // Another turn may have been quicker, and the window manager looks at that one first.
+    if (!press && !wentElsewhere(master, button) && probe_.waitUntilFree(master, longestLook))
         press = pressOf(pressRequest);
-    const bool resumed = press.has_value();
-    // At once: the next turn may be waiting before it, and would find the pointer frozen.
-    if (resumed)
+    if (press) {
+        // At once: the next turn may be waiting before it, and would find the pointer frozen.
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
-    // Nobody else would ever release the button.
-    if (!alreadyUp && (!resumed || letGo()))
-        devices_.fakeButton(source, button, false);
-    return resumed;
+        if (letGoBefore(pressRequest)) // nobody else would ever release the button
+            devices_.fakeButton(source, button, false);
+        return Outcome::resumed;
+    }
+    const bool clicked = wentElsewhere(master, button);
+    const bool letGo = letGoBefore(NextRequest(display_));
+    devices_.fakeButton(source, button, false);
+    return letGo && !clicked ? Outcome::released : Outcome::taken;
+}
+
+bool X11WheelPass::wentElsewhere(int master, int button) const {
+    // A press that waits for our answer, which is another mouse's, keeps ours in the server; and so does another client
+    // that has the pointer frozen, for which the button is up.
+    const auto& events = queue_.waiting();
+    if (std::any_of(events.begin(), events.end(), [](const XiEvent& e) { return e.type == XiEventType::press; }))
+        return false;
+    const auto pointer = probe_.state(master);
+    return pointer && pointer->down[static_cast<std::size_t>(button)];
 }
 
 bool X11WheelPass::isOwn(const XiEvent& event) const {

@@ -6,6 +6,7 @@
 #include "platform/linux/x11/x11_pointer_probe.h"
 #include "platform/linux/x11/xi_queue.h"
 
+#include <cstdint>
 #include <deque>
 #include <optional>
 #include <utility>
@@ -21,10 +22,15 @@ public:
                  X11HoldWheel& wheel)
         : display_(display), queue_(queue), devices_(devices), probe_(probe), wheel_(wheel) {}
 
-    /// While only `button` of `source`, which moves the pointer `master`, is down. False when the hold is over because
-    /// another client has the pointer: the button is up for the server, and nobody will report its release. A few round
-    /// trips.
-    bool pass(const WheelTurn& turn, int source, int master, int button);
+    enum class Outcome : std::uint8_t {
+        resumed,
+        /// The hand has let go meanwhile. Nobody will report it, and no application has seen a click.
+        released,
+        /// Another client has the pointer. The button is up for the server, and nobody will report its release.
+        taken
+    };
+    /// While only `button` of `source`, which moves the pointer `master`, is down. A few round trips.
+    Outcome pass(const WheelTurn& turn, int source, int master, int button);
     /// Whether the event, or what a device did, was caused by `pass`.
     bool isOwn(const XiEvent& event) const;
 
@@ -32,6 +38,8 @@ private:
     void forgetExpected();
     /// What the press that this request has faked brought us. A round trip.
     std::optional<XiEvent> pressOf(unsigned long request);
+    /// Whether a press that we have faked, and that has not come to us, went to another client. A round trip.
+    bool wentElsewhere(int master, int button) const;
 
     Display* const display_;
     XiQueue& queue_;
