@@ -13,41 +13,20 @@ constexpr std::chrono::milliseconds longestWait(1000);
 /// The same at a turn that came in between: clicks that follow wait for us meanwhile.
 constexpr std::chrono::milliseconds longestLook(100);
 
-/// Of a button that our request has released: whether the hand did, before another request, by the raw events that have
-/// been read.
-bool handLetGo(const XiQueue& queue, const X11ButtonMap& buttons, int source, int button, unsigned long releaseRequest,
-               unsigned long before) {
-    bool ownSeen = false;
-    for (const auto& event : queue.waiting()) {
-        if (event.type != XiEventType::rawRelease || event.source != source ||
-            buttons.logical(event.button) != button || event.serial >= before)
-            continue;
-        // Of two events with the serial number of our request the first is ours.
-        if (event.serial != releaseRequest || ownSeen)
-            return true;
-        ownSeen = true;
-    }
-    return false;
-}
-
 } // namespace
 
 X11WheelPass::Outcome X11WheelPass::pass(const WheelTurn& turn, int source, int master, int button) {
     forgetExpected();
     devices_.prepare(source);
     devices_.prepare(turn.source);
-    const auto releaseRequest = NextRequest(display_);
-    expected_.emplace_back(XiEventType::release, releaseRequest);
+    expected_.emplace_back(XiEventType::release, NextRequest(display_));
     devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
     // While the window manager looks at the turn, a press would follow the turn to the application.
     const bool free = probe_.waitUntilFree(master, longestWait);
     const auto pressRequest = NextRequest(display_);
-    const auto letGoBefore = [&](unsigned long request) {
-        queue_.pull();
-        return handLetGo(queue_, devices_.buttons(), source, button, releaseRequest, request);
-    };
-    if (letGoBefore(pressRequest))
+    queue_.pull();
+    if (handLetGo(source, button, pressRequest))
         return Outcome::released;
     if (!free)
         return Outcome::taken;
@@ -61,14 +40,29 @@ X11WheelPass::Outcome X11WheelPass::pass(const WheelTurn& turn, int source, int 
     if (press) {
         // At once: the next turn may be waiting before it, and would find the pointer frozen.
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
-        if (letGoBefore(pressRequest)) // nobody else would ever release the button
+        if (handLetGo(source, button, pressRequest)) // nobody else would ever release the button
             devices_.fakeButton(source, button, false);
         return Outcome::resumed;
     }
     const bool clicked = wentElsewhere(master, button);
-    const bool letGo = letGoBefore(NextRequest(display_));
+    queue_.pull();
+    const bool letGo = handLetGo(source, button, NextRequest(display_));
     devices_.fakeButton(source, button, false);
     return letGo && !clicked ? Outcome::released : Outcome::taken;
+}
+
+bool X11WheelPass::handLetGo(int source, int button, unsigned long before) const {
+    unsigned long ownSeen = 0;
+    for (const auto& event : queue_.waiting()) {
+        if (event.type != XiEventType::rawRelease || event.source != source ||
+            devices_.buttons().logical(event.button) != button || event.serial >= before)
+            continue;
+        // Of two with the serial number of a request of ours the first is ours.
+        if (!isOwn(event) || event.serial == ownSeen)
+            return true;
+        ownSeen = event.serial;
+    }
+    return false;
 }
 
 bool X11WheelPass::wentElsewhere(int master, int button) const {

@@ -38,6 +38,8 @@ private:
     void forgetExpected();
     /// What the press that this request has faked brought us. A round trip.
     std::optional<XiEvent> pressOf(unsigned long request);
+    /// Whether the hand has released the button of the hold, and not we, before a request; by what has been read.
+    bool handLetGo(int source, int button, unsigned long before) const;
     /// Whether a press that we have faked, and that has not come to us, went to another client. A round trip.
     bool wentElsewhere(int master, int button) const;
 
