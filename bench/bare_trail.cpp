@@ -85,7 +85,7 @@ private:
     Display* const display_;
     const Window root_;
     const Window window_;
-    const GC context_;
+    GC context_;
     int extension_ = 0;
     int x_ = 0;
     int y_ = 0;

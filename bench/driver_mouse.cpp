@@ -28,9 +28,10 @@ DriverMouse::DriverMouse(const char* variable) : socket_(socket(AF_UNIX, SOCK_ST
     const char* path = std::getenv(variable);
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
-    if (!path || std::strlen(path) >= sizeof address.sun_path)
+    const std::size_t length = path ? std::strlen(path) : sizeof address.sun_path;
+    if (length >= sizeof address.sun_path)
         throw std::runtime_error(std::string(variable) + " names no socket");
-    std::strcpy(address.sun_path, path);
+    std::memcpy(address.sun_path, path, length); // the rest is zeros
     if (connect(socket_, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         throw std::runtime_error(std::string("nothing listens at ") + path);
     auto hello = message<xf86ITEventClientVersion>(XF86IT_EVENT_CLIENT_VERSION);

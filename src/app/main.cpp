@@ -5,6 +5,7 @@
 #include <memory>
 #include <variant>
 
+// NOLINTNEXTLINE(bugprone-exception-escape): what is thrown this far is a fault of ours, and shall leave a dump
 int main(int argc, char** argv) {
     using namespace tarvik;
     Log log(logFile());

@@ -36,6 +36,7 @@ public:
     /// Why what was changed is not on the disk, in words for the user; empty when it is.
     virtual std::string problem() const { return {}; }
     /// Told when that changes.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): who can tell, keeps it
     [[nodiscard]] virtual Subscription observeProblem(std::function<void()>) { return {}; }
 };
 

@@ -75,6 +75,7 @@ public:
     virtual void onReopen(std::function<void()> handler) = 0;
     /// Called on the main thread when another program lies where this one was started from, complete and ready to take
     /// over. Never where the system takes care of that itself.
+    // NOLINTNEXTLINE(performance-unnecessary-value-param): who can tell, keeps it
     virtual void onReplaced(std::function<void()> /*handler*/) {}
     /// Ends the main loop.
     virtual void terminate() = 0;

@@ -115,15 +115,15 @@ void FeedUpdateChannel::conclude(const FeedReport& report) {
         static_cast<double>(std::chrono::duration_cast<std::chrono::seconds>(now_().time_since_epoch()).count()));
     const auto build = report.version.toStdString();
     const auto order = compareVersions(build, source_.build);
-    if (order > 0) {
+    if (std::is_gt(order)) {
         setOutcome(QStringLiteral("Tarvik %1 is available.").arg(report.shortVersion));
         if (asked || told_ != build)
             tell_(outcome_, QStringLiteral("You have %1.").arg(own), report.page, asked);
         told_ = build;
     } else {
-        setOutcome(order < 0 ? QStringLiteral("Tarvik %1 is newer than the newest published version, %2.")
-                                   .arg(own, report.shortVersion)
-                             : QStringLiteral("Tarvik %1 is the newest version.").arg(own));
+        setOutcome(std::is_lt(order) ? QStringLiteral("Tarvik %1 is newer than the newest published version, %2.")
+                                           .arg(own, report.shortVersion)
+                                     : QStringLiteral("Tarvik %1 is the newest version.").arg(own));
         if (asked)
             tell_("Tarvik is up to date", outcome_, {}, true);
     }

@@ -12,14 +12,15 @@ namespace tarvik {
 namespace {
 
 constexpr QLatin1String sparkle("http://www.andymatuschak.org/xml-namespaces/sparkle");
-constexpr int longestText = 200;
+constexpr qsizetype longestText = 200;
+constexpr qsizetype longestAddress = 2000;
 
 QString line(QStringView text) { return text.toString().simplified().left(longestText); }
 
 QString securePage(const QString& address) {
     const QUrl url(address.trimmed(), QUrl::StrictMode);
     return url.isValid() && url.scheme() == QLatin1String("https") && !url.host().isEmpty() &&
-                   address.size() <= 10 * longestText
+                   address.size() <= longestAddress
                ? url.toString(QUrl::FullyEncoded)
                : QString();
 }
@@ -78,7 +79,7 @@ Item readItem(QXmlStreamReader& xml) {
 }
 
 bool newer(const PublishedVersion& a, const PublishedVersion& b) {
-    return compareVersions(a.version.toStdString(), b.version.toStdString()) > 0;
+    return std::is_gt(compareVersions(a.version.toStdString(), b.version.toStdString()));
 }
 
 void readChannel(QXmlStreamReader& xml, Appcast& appcast) {

@@ -14,6 +14,8 @@
 namespace tarvik {
 namespace {
 
+constexpr qint64 readAtOnce = 65536; // bytes
+
 QNetworkRequest request(const QUrl& url, const QString& certificates, const FeedLimits& limits) {
     QNetworkRequest request(url);
     request.setAttribute(QNetworkRequest::RedirectPolicyAttribute, QNetworkRequest::NoLessSafeRedirectPolicy);
@@ -74,7 +76,7 @@ FeedAnswer fetchFeed(const QString& address, const QString& certificates, const 
             giveUp("The list of updates is too large.");
     });
     QObject::connect(reply.get(), &QNetworkReply::finished, &loop, &QEventLoop::quit);
-    reply->setReadBufferSize(64 * 1024);
+    reply->setReadBufferSize(readAtOnce);
     loop.exec();
     if (answer.failure.isEmpty())
         answer.failure = failureOf(*reply);

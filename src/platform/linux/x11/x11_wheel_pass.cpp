@@ -8,8 +8,9 @@
 namespace tarvik {
 namespace {
 
-/// How long a window manager may look at a turn of the wheel. The pointer waits for it, with us or without us.
-constexpr std::chrono::milliseconds longestWait(1000);
+/// How long a window manager may look at a turn of the wheel. The pointer waits for it, with us or without us; but with
+/// the wait below it stays short of what the watchdog takes for a tap that hangs.
+constexpr std::chrono::milliseconds longestWait(500);
 /// The same at a turn that came in between: clicks that follow wait for us meanwhile.
 constexpr std::chrono::milliseconds longestLook(100);
 
