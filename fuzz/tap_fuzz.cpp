@@ -13,6 +13,7 @@
 #include <X11/extensions/XInput2.h>
 
 #include <array>
+#include <chrono>
 #include <cstdint>
 #include <cstdlib>
 #include <future>
@@ -20,12 +21,15 @@
 #include <map>
 #include <set>
 #include <string>
+#include <thread>
 
 namespace tarvik::fuzz {
 namespace {
 
 /// Marks the end of what is still to come: no grab touches it.
 constexpr int fenceButton = 8;
+/// Longer than the tap waits for a release that has not come.
+constexpr std::chrono::milliseconds longestRest(30);
 constexpr std::array<const char*, 2> mice = {"mouse", "mouse2"};
 
 /// The tap with the engine behind it, and an application that covers the screen.
@@ -78,6 +82,8 @@ public:
 
     /// Every button is up: is everybody else of the same opinion?
     void requireRest() {
+        // A hold whose release goes elsewhere, because its press has met a click on its way back, ends by the clock.
+        std::this_thread::sleep_for(longestRest);
         // A click that is on its way back may come after the first fence, not after all of them.
         for (int fence = 0; fence < 3; ++fence)
             require(eventually([this] { return seenFence(); }), "the application gets nothing any more");

@@ -199,5 +199,21 @@ TEST_F(X11Tap, whoLetsGoWhileATurnPassesHasClicked) {
     }
 }
 
+/// When the hold ends, earlier turns may not have been dealt with yet.
+TEST_F(X11Tap, whoTurnsSeveralTimesAndLetsGoAtOnceHasClicked) {
+    wheel = Wheel::pass;
+    const auto clicks = [](const Lines& seen) {
+        return std::count_if(seen.begin(), seen.end(), [](const auto& line) { return line.starts_with("release 3"); });
+    };
+    for (int round = 0; round < 60; ++round) {
+        SCOPED_TRACE(round);
+        input("mouse press 3");
+        for (int turn = 0; turn <= round % 6; ++turn)
+            input(turn % 2 == 0 ? "mouse wheel 0 1" : "mouse wheel 0 -1");
+        input("mouse release 3");
+        ASSERT_EQ(clicks(seenUntil([&](const Lines& all) { return clicks(all) >= 1; })), 1);
+    }
+}
+
 } // namespace
 } // namespace tarvik

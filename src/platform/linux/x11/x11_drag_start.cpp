@@ -43,7 +43,8 @@ void X11DragStart::begin(const ReturnedClick& press) {
     queue_.pull();
     const auto& events = queue_.waiting();
     const bool pressed = std::any_of(events.begin(), events.end(), [&](const XiEvent& event) {
-        return event.type == XiEventType::rawPress && event.source == press.source && event.serial == pressRequest;
+        return event.type == XiEventType::rawPress && event.source == press.source && event.serial == pressRequest &&
+               devices_.buttons().logical(event.button) == press.button;
     });
     if (!pressed)
         log_.write("a press could not be handed on: its mouse has gone");

@@ -130,14 +130,11 @@ void X11PointerFilter::process(const XiEvent& event) {
 }
 
 void X11PointerFilter::press(const XiEvent& event) {
-    if (wheelPass_.isOwn(event)) {
-        // Where the hand has let go meanwhile, the rest is a hold that nobody is asked about.
-        if (!hold_) {
-            hold_.emplace(
-                Hold{event.source, event.master, event.button, true, event.location, event.buttonsBefore, {}});
-            clicks_.watch();
-        }
-        allow(event, XIAsyncDevice);
+    const auto own = wheelPass_.claim(event);
+    if (own == X11WheelPass::Press::late) {
+        lateOwnPress(event);
+    } else if (own == X11WheelPass::Press::answered) {
+        // Nothing is frozen for it any more. An answer would be taken for that to a press that has come since.
     } else if (hold_ && event.master == hold_->master) {
         allow(event, XIAsyncDevice);
         if (isWheelButton(event.button)) {
@@ -146,6 +143,8 @@ void X11PointerFilter::press(const XiEvent& event) {
             hold_->others.emplace_back(event.button, event.source);
             tellOfOther(event, true);
         }
+    } else if (isWheelButton(event.button)) {
+        // Of a hold that is over, and likewise.
     } else if (hold_ || event.button != triggerOf(trigger_).xButton) {
         allow(event, XIReplayDevice); // another pointer's, or that of an earlier trigger
     } else if (clicks_.surfaced(event)) {
@@ -154,6 +153,15 @@ void X11PointerFilter::press(const XiEvent& event) {
     } else {
         begin(event);
     }
+}
+
+void X11PointerFilter::lateOwnPress(const XiEvent& event) {
+    // Where the hand has let go meanwhile, the rest is a hold that nobody is asked about.
+    if (!hold_) {
+        hold_.emplace(Hold{event.source, event.master, event.button, true, event.location, event.buttonsBefore, {}});
+        clicks_.watch();
+    }
+    allow(event, XIAsyncDevice);
 }
 
 void X11PointerFilter::otherEvent(const XEvent& event) {

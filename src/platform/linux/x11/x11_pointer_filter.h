@@ -82,12 +82,16 @@ private:
         bool devicesChanged = false;
         /// Nobody has asked whether it was the hand that let go.
         bool unsure = false;
-        /// The hand has let go, as the raw events tell: when the release has to be there. Until then nothing begins.
+        /// The hand has let go, as the raw events tell. What it has pressed again since is no matter.
+        bool handUp = false;
+        /// When the release has to be there after that. Until then nothing begins.
         std::optional<std::chrono::steady_clock::time_point> releaseDue;
     };
 
     void process(const XiEvent& event);
     void press(const XiEvent& event);
+    /// A press of ours came after the hold had been given up.
+    void lateOwnPress(const XiEvent& event);
     void motion(const XiEvent& event);
     void release(const XiEvent& event);
     void begin(const XiEvent& event);
@@ -108,6 +112,8 @@ private:
     bool isByHand(const XiEvent& release);
     /// Whether the release that ends the hold has been read.
     bool releaseWaiting();
+    /// Whether the hold may have ended in the server.
+    bool mayBeOver();
     /// Whether the release of the trigger has been read, is held back in the server by a press of ours, or is left to
     /// that of a later press.
     bool releaseComes();

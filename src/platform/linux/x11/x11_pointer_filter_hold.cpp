@@ -42,7 +42,7 @@ void X11PointerFilter::motion(const XiEvent& event) {
 void X11PointerFilter::wheel(const XiEvent& event) {
     for (const auto& turn : wheel_.turns(event)) {
         // What is undone after the hold's end in the server would reach the application.
-        if (!hold_->others.empty() || !releaseWaiting())
+        if (!hold_->others.empty() || !mayBeOver())
             wheel_.takeBack(turn);
         if (hold_->decided)
             continue;
@@ -52,7 +52,7 @@ void X11PointerFilter::wheel(const XiEvent& event) {
         scroll.horizontal = turn.horizontal;
         scroll.directionInverted = turn.directionInverted;
         // With other buttons down there is no way to the application, and the turn is dropped.
-        if (!decide(std::move(scroll)) || !hold_->others.empty() || releaseWaiting())
+        if (!decide(std::move(scroll)) || !hold_->others.empty() || mayBeOver())
             continue;
         const auto outcome = wheelPass_.pass(turn, hold_->source, hold_->master, hold_->button);
         if (outcome != X11WheelPass::Outcome::resumed) {
@@ -86,7 +86,10 @@ void X11PointerFilter::rawRelease(const XiEvent& event) {
             clicks_.settle();
         return;
     }
-    if (isTriggerOfHold(event) && !hold_->decided && !wheelPass_.isOwn(event) && !releaseComes())
+    if (!isTriggerOfHold(event) || wheelPass_.isOwn(event))
+        return;
+    hold_->handUp = true;
+    if (!hold_->decided && !releaseComes())
         hold_->releaseDue = std::chrono::steady_clock::now() + longestRelease;
 }
 
@@ -108,6 +111,11 @@ void X11PointerFilter::missRelease() {
     if (hold_->decided || releaseComes())
         return;
     lose("another program has taken its mouse");
+    const auto pointer = probe_.state(hold_->master);
+    if (pointer && pointer->down.none()) {
+        end(); // the release has gone to somebody else
+        return;
+    }
     // For the pointer the button is still down, and the mouse does not move it any more.
     if (const auto standIn = devices_.testPointer(hold_->master))
         devices_.fakeButton(*standIn, hold_->button, false);
@@ -120,6 +128,8 @@ bool X11PointerFilter::releaseWaiting() {
         return event.type == XiEventType::release && event.button == hold_->button && !wheelPass_.isOwn(event);
     });
 }
+
+bool X11PointerFilter::mayBeOver() { return hold_->handUp || releaseWaiting(); }
 
 bool X11PointerFilter::releaseComes() {
     if (releaseWaiting())

@@ -18,9 +18,11 @@ constexpr std::chrono::milliseconds longestLook(100);
 
 X11WheelPass::Outcome X11WheelPass::pass(const WheelTurn& turn, int source, int master, int button) {
     forgetExpected();
+    late_.reset();
+    unanswered_.reset();
     devices_.prepare(source);
     devices_.prepare(turn.source);
-    expected_.emplace_back(XiEventType::release, NextRequest(display_));
+    expected_.push_back({XiEventType::release, button, NextRequest(display_)});
     devices_.fakeButton(source, button, false);
     wheel_.repeat(turn);
     // While the window manager looks at the turn, a press would follow the turn to the application.
@@ -32,15 +34,18 @@ X11WheelPass::Outcome X11WheelPass::pass(const WheelTurn& turn, int source, int 
     if (!free)
         return Outcome::taken;
 
-    expected_.emplace_back(XiEventType::press, pressRequest);
+    unanswered_ = expected_.emplace_back(Expected{XiEventType::press, button, pressRequest});
     devices_.fakeButton(source, button, true);
-    auto press = pressOf(pressRequest);
+    auto press = findPress();
     // Another turn may have been quicker, and the window manager looks at that one first.
     if (!press && !wentElsewhere(master, button) && probe_.waitUntilFree(master, longestLook))
-        press = pressOf(pressRequest);
+        press = findPress();
     if (press) {
         // At once: the next turn may be waiting before it, and would find the pointer frozen.
         XIAllowEvents(display_, master, XIAsyncDevice, press->time);
+        expected_.back().serial = press->serial;
+        late_.reset();
+        unanswered_.reset();
         if (handLetGo(source, button, pressRequest)) // nobody else would ever release the button
             devices_.fakeButton(source, button, false);
         return Outcome::resumed;
@@ -76,24 +81,43 @@ bool X11WheelPass::wentElsewhere(int master, int button) const {
     return pointer && pointer->down[static_cast<std::size_t>(button)];
 }
 
-bool X11WheelPass::isOwn(const XiEvent& event) const {
-    // The server deals with what a request fakes before it reads the next one, so the serial number tells.
-    const auto type = event.type == XiEventType::rawRelease ? XiEventType::release
-                      : event.type == XiEventType::rawPress ? XiEventType::press
-                                                            : event.type;
-    if (type == XiEventType::press && late_ == std::pair(event.source, event.time))
-        return true;
-    return std::find(expected_.begin(), expected_.end(), std::pair(type, event.serial)) != expected_.end();
+bool X11WheelPass::isOwn(const XiEvent& release) const {
+    // The server deals with what a request fakes before it reads the next one, so the serial number tells it from what
+    // the same button did before.
+    const bool raw = release.type == XiEventType::rawRelease;
+    const Expected event{XiEventType::release, raw ? devices_.buttons().logical(release.button) : release.button,
+                         release.serial};
+    return std::find(expected_.begin(), expected_.end(), event) != expected_.end();
 }
 
-std::optional<XiEvent> X11WheelPass::pressOf(unsigned long request) {
+X11WheelPass::Press X11WheelPass::claim(const XiEvent& press) {
+    const Expected event{XiEventType::press, press.button, press.serial};
+    const auto found = std::find(expected_.begin(), expected_.end(), event);
+    const bool late = unanswered_ == event || late_ == Late{press.source, press.button, press.time};
+    // Each of them comes once. One by hand that was taken for ours would never be answered.
+    if (found != expected_.end())
+        expected_.erase(found);
+    else if (!late)
+        return Press::byHand;
+    if (!late)
+        return Press::answered;
+    late_.reset();
+    unanswered_.reset();
+    return Press::late;
+}
+
+std::optional<XiEvent> X11WheelPass::findPress() {
     XSync(display_, False);
     queue_.pull();
     for (const auto& event : queue_.waiting()) {
         // What the device did is reported at once. No press of the hand has the same time: one of the two releases it.
-        if (event.type == XiEventType::rawPress && event.serial == request)
-            late_.emplace(event.source, event.time);
-        if (event.type == XiEventType::press && isOwn(event) && event.serial >= request)
+        if (event.type == XiEventType::rawPress && event.serial == unanswered_->serial &&
+            devices_.buttons().logical(event.button) == unanswered_->button)
+            late_ = {event.source, unanswered_->button, event.time};
+        if (event.type != XiEventType::press || event.button != unanswered_->button ||
+            event.serial < unanswered_->serial)
+            continue;
+        if (event.serial == unanswered_->serial || late_ == Late{event.source, event.button, event.time})
             return event;
     }
     return std::nullopt;
@@ -101,7 +125,7 @@ std::optional<XiEvent> X11WheelPass::pressOf(unsigned long request) {
 
 void X11WheelPass::forgetExpected() {
     const auto& events = queue_.waiting();
-    while (!expected_.empty() && (events.empty() || expected_.front().second < events.front().serial))
+    while (!expected_.empty() && (events.empty() || expected_.front().serial < events.front().serial))
         expected_.pop_front();
 }
 

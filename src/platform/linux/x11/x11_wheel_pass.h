@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <deque>
 #include <optional>
-#include <utility>
 
 namespace tarvik {
 
@@ -31,13 +30,22 @@ public:
     };
     /// While only `button` of `source`, which moves the pointer `master`, is down. A few round trips.
     Outcome pass(const WheelTurn& turn, int source, int master, int button);
-    /// Whether the event, or what a device did, was caused by `pass`.
-    bool isOwn(const XiEvent& event) const;
+    /// Whether a release, or that of a device, was caused by `pass`.
+    bool isOwn(const XiEvent& release) const;
+    enum class Press : std::uint8_t {
+        byHand,
+        /// Made and answered by `pass`.
+        answered,
+        /// Made by `pass`, which has not seen it before it ended. It wants an answer.
+        late
+    };
+    /// For every press, in order.
+    Press claim(const XiEvent& press);
 
 private:
     void forgetExpected();
-    /// What the press that this request has faked brought us. A round trip.
-    std::optional<XiEvent> pressOf(unsigned long request);
+    /// What the press that was faked last has brought us. A round trip.
+    std::optional<XiEvent> findPress();
     /// Whether the hand has released the button of the hold, and not we, before a request; by what has been read.
     bool handLetGo(int source, int button, unsigned long before) const;
     /// Whether a press that we have faked, and that has not come to us, went to another client. A round trip.
@@ -48,11 +56,27 @@ private:
     X11Devices& devices_;
     const X11PointerProbe& probe_;
     X11HoldWheel& wheel_;
-    /// Events that our requests have brought or will bring, in order.
-    std::deque<std::pair<XiEventType, unsigned long>> expected_;
-    /// The device and the time of our last press: while another client looks at something, it comes late, and with
-    /// another serial number.
-    std::optional<std::pair<int, Time>> late_;
+    /// An event that a request of ours has brought or will bring. The serial number alone does not tell: until the next
+    /// request the hand's events have it as well.
+    struct Expected {
+        XiEventType type;
+        int button;
+        unsigned long serial;
+        bool operator==(const Expected&) const = default;
+    };
+    /// In order.
+    std::deque<Expected> expected_;
+    /// While another client looks at something, a press comes late, and with another serial number.
+    struct Late {
+        int source;
+        int button;
+        Time time;
+        bool operator==(const Late&) const = default;
+    };
+    /// The last press, as its device has reported it, as long as nobody has answered it.
+    std::optional<Late> late_;
+    /// The last press, as long as nobody has answered it.
+    std::optional<Expected> unanswered_;
 };
 
 } // namespace tarvik
