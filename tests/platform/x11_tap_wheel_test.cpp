@@ -215,5 +215,18 @@ TEST_F(X11Tap, whoTurnsSeveralTimesAndLetsGoAtOnceHasClicked) {
     }
 }
 
+TEST_F(X11Tap, anotherButtonMayBePressedWhileATurnPasses) {
+    wheel = Wheel::pass;
+    const auto clicks = [](const Lines& seen) {
+        return std::count_if(seen.begin(), seen.end(), [](const auto& line) { return line.starts_with("release 2"); });
+    };
+    for (int round = 0; round < 30; ++round) {
+        SCOPED_TRACE(round);
+        for (const char* step : {"press 3", "wheel 0 1", "press 2", "release 2", "release 3"})
+            input(std::string("mouse ") + step);
+        ASSERT_EQ(clicks(seenUntil([&](const Lines& all) { return clicks(all) >= 1; })), 1);
+    }
+}
+
 } // namespace
 } // namespace tarvik

@@ -103,7 +103,7 @@ void X11PointerFilter::process(const XiEvent& event) {
             motion(event);
         break;
     case XiEventType::release:
-        if (hold_ && !wheelPass_.isOwn(event))
+        if (hold_)
             release(event);
         break;
     case XiEventType::rawPress:

@@ -94,6 +94,7 @@ private:
     void lateOwnPress(const XiEvent& event);
     void motion(const XiEvent& event);
     void release(const XiEvent& event);
+    void releaseOfHold(const XiEvent& event);
     void begin(const XiEvent& event);
     void end();
     void wheel(const XiEvent& event);

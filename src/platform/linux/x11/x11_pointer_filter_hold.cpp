@@ -198,6 +198,19 @@ void X11PointerFilter::lose(const char* reason) {
 }
 
 void X11PointerFilter::release(const XiEvent& event) {
+    if (!wheelPass_.isOwn(event))
+        releaseOfHold(event);
+    auto stillDown = event.buttonsBefore;
+    stillDown.reset(static_cast<std::size_t>(event.button));
+    for (const int wheelButton : {4, 5, 6, 7})
+        stillDown.reset(static_cast<std::size_t>(wheelButton));
+    // The server keeps the grab until the last button is up, and what we gave back before that would come to us. For a
+    // turn that is handed on the trigger is up in between.
+    if (stillDown.none() && !wheelPass_.moreToCome())
+        end();
+}
+
+void X11PointerFilter::releaseOfHold(const XiEvent& event) {
     if (event.button == hold_->button && !hold_->decided) {
         hold_->releaseDue.reset();
         if (isByHand(event)) {
@@ -206,23 +219,16 @@ void X11PointerFilter::release(const XiEvent& event) {
         } else {
             lose("its mouse has gone");
         }
-    } else {
-        const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
-                                        [&](const auto& pressed) { return pressed.first == event.button; });
-        if (other != hold_->others.end()) {
-            otherClicks_.push_back({other->first, other->second, hold_->master, static_cast<int>(event.location.x),
-                                    static_cast<int>(event.location.y)});
-            hold_->others.erase(other);
-            tellOfOther(event, false);
-        }
+        return;
     }
-    auto stillDown = event.buttonsBefore;
-    stillDown.reset(static_cast<std::size_t>(event.button));
-    for (const int wheelButton : {4, 5, 6, 7})
-        stillDown.reset(static_cast<std::size_t>(wheelButton));
-    // The server keeps the grab until the last button is up, and what we gave back before that would come to us.
-    if (stillDown.none())
-        end();
+    const auto other = std::find_if(hold_->others.begin(), hold_->others.end(),
+                                    [&](const auto& pressed) { return pressed.first == event.button; });
+    if (other == hold_->others.end())
+        return;
+    otherClicks_.push_back({other->first, other->second, hold_->master, static_cast<int>(event.location.x),
+                            static_cast<int>(event.location.y)});
+    hold_->others.erase(other);
+    tellOfOther(event, false);
 }
 
 bool X11PointerFilter::isByHand(const XiEvent& release) {

@@ -90,6 +90,15 @@ bool X11WheelPass::isOwn(const XiEvent& release) const {
     return std::find(expected_.begin(), expected_.end(), event) != expected_.end();
 }
 
+bool X11WheelPass::moreToCome() const {
+    const auto& events = queue_.waiting();
+    return std::any_of(expected_.begin(), expected_.end(), [&events](const Expected& own) {
+        return std::any_of(events.begin(), events.end(), [&own](const XiEvent& event) {
+            return Expected{event.type, event.button, event.serial} == own;
+        });
+    });
+}
+
 X11WheelPass::Press X11WheelPass::claim(const XiEvent& press) {
     const Expected event{XiEventType::press, press.button, press.serial};
     const auto found = std::find(expected_.begin(), expected_.end(), event);

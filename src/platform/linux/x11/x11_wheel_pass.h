@@ -39,6 +39,8 @@ public:
         /// Made by `pass`, which has not seen it before it ended. It wants an answer.
         late
     };
+    /// Whether presses or releases of its own have been read and not been dealt with yet.
+    bool moreToCome() const;
     /// For every press, in order.
     Press claim(const XiEvent& press);
 
