@@ -117,6 +117,7 @@ def many_gestures(scene):
     pid, connection = scene.tarvik.process.pid, scene.screen.connection
     for _ in range(10):
         scene.step(kind=KEYS)  # what is made once, the trail's window and the keys
+    time.sleep(1)  # the last trail goes
 
     def state():
         return usage.descriptors(pid), usage.x_resources(connection, pid)
