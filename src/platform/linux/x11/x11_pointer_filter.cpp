@@ -131,11 +131,13 @@ void X11PointerFilter::process(const XiEvent& event) {
 
 void X11PointerFilter::press(const XiEvent& event) {
     const auto own = wheelPass_.claim(event);
+    const bool inHold = hold_ && event.master == hold_->master;
+    // Nothing is frozen for it any more, and an answer would be taken for that to a press that has come since.
+    if (own == X11WheelPass::Press::answered || (!inHold && isWheelButton(event.button)))
+        return;
     if (own == X11WheelPass::Press::late) {
         lateOwnPress(event);
-    } else if (own == X11WheelPass::Press::answered) {
-        // Nothing is frozen for it any more. An answer would be taken for that to a press that has come since.
-    } else if (hold_ && event.master == hold_->master) {
+    } else if (inHold) {
         allow(event, XIAsyncDevice);
         if (isWheelButton(event.button)) {
             wheel(event);
@@ -143,8 +145,6 @@ void X11PointerFilter::press(const XiEvent& event) {
             hold_->others.emplace_back(event.button, event.source);
             tellOfOther(event, true);
         }
-    } else if (isWheelButton(event.button)) {
-        // Of a hold that is over, and likewise.
     } else if (hold_ || event.button != triggerOf(trigger_).xButton) {
         allow(event, XIReplayDevice); // another pointer's, or that of an earlier trigger
     } else if (clicks_.surfaced(event)) {
