@@ -177,7 +177,7 @@ TEST_F(X11Tap, whoLetsGoWhileATurnPassesHasClicked) {
     SlowWindowManager windowManager;
     for (const bool overtaken : {false, true}) {
         SCOPED_TRACE(overtaken ? "another mouse presses before the hold is back" : "alone");
-        Lines toAsk = {"down 1 at 300,200", "wheel -1 0 (-1)", "up 1 at 300,200"};
+        const Lines toAsk = {"down 1 at 300,200", "wheel -1 0 (-1)", "up 1 at 300,200"};
         Lines toSee = {"scroll 1", rightClick[0], rightClick[1]};
         input("mouse press 3");
         onTap([] {});
@@ -186,16 +186,18 @@ TEST_F(X11Tap, whoLetsGoWhileATurnPassesHasClicked) {
         input("mouse release 3");
         if (overtaken) {
             input("mouse2 press 3");
-            toAsk.insert(toAsk.end(), {"down 1 at 300,200", "up 1 at 300,200"});
             toSee.insert(toSee.end(), {"press 3 at 300,200 mouse2", "release 3 at 300,200 mouse2"});
         }
         windowManager.letGo();
         onTap([] {});
         if (overtaken)
             input("mouse2 release 3");
-        expectAsked(toAsk);
         EXPECT_THAT(seenUntil([&](const Lines& all) { return all.size() >= toSee.size(); }),
                     testing::UnorderedElementsAreArray(toSee));
+        // What becomes of the other mouse's press depends on whether the click comes back before it.
+        auto first = asked(toAsk.size());
+        first.resize(toAsk.size());
+        EXPECT_EQ(first, toAsk);
     }
 }
 
