@@ -196,37 +196,37 @@ TEST_F(X11Tap, whoLetsGoWhileATurnPassesHasClicked) {
                     testing::UnorderedElementsAreArray(toSee));
         // What becomes of the other mouse's press depends on whether the click comes back before it.
         auto first = asked(toAsk.size());
-        first.resize(toAsk.size());
+        if (overtaken)
+            first.resize(toAsk.size());
         EXPECT_EQ(first, toAsk);
     }
+}
+
+std::ptrdiff_t clicks(int button, const Lines& seen) {
+    const auto end = fmt::format("release {} ", button);
+    return std::count_if(seen.begin(), seen.end(), [&](const auto& line) { return line.starts_with(end); });
 }
 
 /// When the hold ends, earlier turns may not have been dealt with yet.
 TEST_F(X11Tap, whoTurnsSeveralTimesAndLetsGoAtOnceHasClicked) {
     wheel = Wheel::pass;
-    const auto clicks = [](const Lines& seen) {
-        return std::count_if(seen.begin(), seen.end(), [](const auto& line) { return line.starts_with("release 3"); });
-    };
     for (int round = 0; round < 60; ++round) {
         SCOPED_TRACE(round);
         input("mouse press 3");
         for (int turn = 0; turn <= round % 6; ++turn)
             input(turn % 2 == 0 ? "mouse wheel 0 1" : "mouse wheel 0 -1");
         input("mouse release 3");
-        ASSERT_EQ(clicks(seenUntil([&](const Lines& all) { return clicks(all) >= 1; })), 1);
+        ASSERT_EQ(clicks(3, seenUntil([](const Lines& all) { return clicks(3, all) >= 1; })), 1);
     }
 }
 
 TEST_F(X11Tap, anotherButtonMayBePressedWhileATurnPasses) {
     wheel = Wheel::pass;
-    const auto clicks = [](const Lines& seen) {
-        return std::count_if(seen.begin(), seen.end(), [](const auto& line) { return line.starts_with("release 2"); });
-    };
     for (int round = 0; round < 30; ++round) {
         SCOPED_TRACE(round);
         for (const char* step : {"press 3", "wheel 0 1", "press 2", "release 2", "release 3"})
             input(std::string("mouse ") + step);
-        ASSERT_EQ(clicks(seenUntil([&](const Lines& all) { return clicks(all) >= 1; })), 1);
+        ASSERT_EQ(clicks(2, seenUntil([](const Lines& all) { return clicks(2, all) >= 1; })), 1);
     }
 }
 
